@@ -1,0 +1,98 @@
+// The reference host's settings and its contract-checking controls: everything that a
+// host script or a test may set, and what the host records of the plug-in's calls.
+// Settings are main-thread state; the report list is the only thing read back.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "qzgp/QZ_Basic.h"
+
+namespace qzhost {
+
+/// Names of host operations whose result a test can replace with an error code.
+namespace op {
+inline constexpr std::string_view kRegisterCommandHook = "register_command_hook";
+inline constexpr std::string_view kRegisterUpdateMenuHook = "register_update_menu_hook";
+inline constexpr std::string_view kRegisterDeathHook = "register_death_hook";
+inline constexpr std::string_view kRegisterIdleHook = "register_idle_hook";
+inline constexpr std::string_view kNewCommand = "new_command";
+inline constexpr std::string_view kInsertMenuCommand = "insert_menu_command";
+inline constexpr std::string_view kEnableCommand = "enable_command";
+inline constexpr std::string_view kCheckMenuCommand = "check_menu_command";
+inline constexpr std::string_view kUISuppressedQuery = "ui_suppressed_query";
+inline constexpr std::string_view kAddSuite = "add_suite";
+inline constexpr std::string_view kPrefExists = "pref_exists";
+inline constexpr std::string_view kPrefRead = "pref_read";
+inline constexpr std::string_view kPrefWrite = "pref_write";
+inline constexpr std::string_view kProjectQuery = "project_query";
+// Operations that a test can make throw a std::runtime_error.
+inline constexpr std::string_view kStringLookup = "string_lookup";
+inline constexpr std::string_view kNumberText = "number_text";
+} // namespace op
+
+/// Every operation name that `errors` accepts.
+QZ_HOST_API const std::vector<std::string_view>& ErrorOperationNames();
+/// Every operation name that `throws` accepts.
+QZ_HOST_API const std::vector<std::string_view>& ThrowOperationNames();
+
+class QZ_HOST_API HostControls {
+public:
+    /// The one reference host of this process.
+    static HostControls& Get();
+
+    /// Back to the default host: en_US, UTF-8, byte 0, a workspace, every suite, no
+    /// injected errors, report result 1, nothing reported.
+    void Reset();
+
+    // Locale and code page (used by the string services).
+    void SetLocale(const std::string& icu_locale_id);
+    const std::string& Locale() const noexcept { return locale_; }
+    /// Throws std::invalid_argument when the converter name is unknown.
+    void SetCodepage(const std::string& converter_name);
+    const std::string& Codepage() const noexcept { return codepage_; }
+
+    void SetUISuppressed(std::uint8_t byte) noexcept { uiSuppressed_ = byte; }
+    std::uint8_t UISuppressed() const noexcept { return uiSuppressed_; }
+
+    void SetWorkspaceExists(bool exists) noexcept { workspace_ = exists; }
+    bool WorkspaceExists() const noexcept { return workspace_; }
+
+    /// Suites that cannot be acquired, as name and version.
+    void SetMissingSuites(std::vector<std::pair<std::string, std::int32_t>> suites);
+    bool IsSuiteMissing(std::string_view name, std::int32_t version) const;
+
+    /// Injects `code` as the result of the named operation; 0 removes it. Throws
+    /// std::invalid_argument for a name that is not in ErrorOperationNames().
+    void SetError(std::string_view operation, QZ_Err code);
+    /// The injected code of the operation, 0 when none.
+    QZ_Err InjectedError(std::string_view operation) const;
+
+    /// Makes the named operation throw std::runtime_error(message); nullopt removes it.
+    void SetThrow(std::string_view operation, std::optional<std::string> message);
+    /// Throws when a throw is injected for the operation.
+    void ThrowIfInjected(std::string_view operation) const;
+
+    void SetReportResult(QZ_Err result) noexcept { reportResult_ = result; }
+    /// Records the message and gives the report result (U_TranslateAndReportException).
+    QZ_Err Report(const std::string& message);
+    const std::vector<std::string>& Reported() const noexcept { return reported_; }
+
+private:
+    HostControls();
+    std::string locale_;
+    std::string codepage_;
+    std::uint8_t uiSuppressed_ = 0;
+    bool workspace_ = true;
+    std::vector<std::pair<std::string, std::int32_t>> missing_;
+    std::vector<std::pair<std::string, QZ_Err>> errors_;
+    std::vector<std::pair<std::string, std::string>> throws_;
+    QZ_Err reportResult_ = 1;
+    std::vector<std::string> reported_;
+};
+
+} // namespace qzhost

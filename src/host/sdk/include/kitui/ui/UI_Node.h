@@ -1,0 +1,92 @@
+// The UI toolkit's node tree: every window, panel and control is a node. A node owns its
+// children; bounds are in the parent's coordinates.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "kitui/ui/Geometry.h"
+#include "qzgp/QZ_Basic.h"
+
+namespace kitui::inkwell {
+class Inkwell;
+}
+
+namespace kitui::ui {
+
+/// What happened to a node, sent down the tree with UI_NodeChanged.
+struct NodeChange {
+    enum Kind : std::int32_t {
+        kAdded = 1,
+        kRemoved = 2,
+        /// The node's window has become visible to the user.
+        kBecameVisible = 3,
+        kBoundsChanged = 4,
+    };
+    std::int32_t kind = 0;
+};
+
+class QZ_HOST_API UI_NodeBase {
+public:
+    virtual ~UI_NodeBase();
+    /// QZ_UI_THREAD Called once by the creator of a node after its construction.
+    virtual void UI_PostCreate();
+    bool UI_IsPostCreated() const noexcept { return postCreated_; }
+
+protected:
+    bool postCreated_ = false;
+};
+
+class QZ_HOST_API UI_Node : public UI_NodeBase {
+public:
+    UI_Node();
+    ~UI_Node() override;
+    UI_Node(const UI_Node&) = delete;
+    UI_Node& operator=(const UI_Node&) = delete;
+
+    // Tree. QZ_UI_THREAD for all of them.
+    UI_Node* UI_GetParent() const noexcept { return parent_; }
+    std::size_t UI_GetChildCount() const noexcept { return children_.size(); }
+    UI_Node* UI_GetChild(std::size_t index) const noexcept;
+    /// Adds `child` as the last child and takes ownership of it.
+    UI_Node* UI_AddChild(std::unique_ptr<UI_Node> child);
+    /// Removes `child` and hands its ownership back (null when it is not a child).
+    std::unique_ptr<UI_Node> UI_RemoveChild(UI_Node* child);
+
+    // Geometry.
+    RectT<float> UI_GetBounds() const noexcept { return bounds_; }
+    /// Sets the bounds in the parent's coordinates; UI_LocalRectChanged follows when the
+    /// size changed.
+    void UI_SetBounds(const RectT<float>& bounds);
+    /// The node's own rectangle: origin 0, 0 and the bounds' size.
+    RectT<float> UI_GetLocalRectF() const noexcept { return {0, 0, bounds_.width, bounds_.height}; }
+    /// A local point in the coordinates of the root of the tree.
+    PointT<int> UI_LocalToGlobal(const PointT<int>& local) const;
+
+    // Visibility.
+    virtual void UI_Show(bool show);
+    /// The node's own shown flag.
+    bool UI_IsShown() const noexcept { return shown_; }
+    /// Shown, and every ancestor shown.
+    virtual bool UI_IsVisible() const;
+
+    /// Tells the node and then its children what happened.
+    virtual void UI_NodeChanged(const NodeChange& change);
+    /// The node's size changed; `local` is its new local rectangle.
+    virtual void UI_LocalRectChanged(const RectT<float>& local);
+
+    /// Records that the node (or `rect` of it, in local coordinates) must be redrawn.
+    void UI_Invalidate(const RectT<float>* rect = nullptr, std::uint32_t flags = 0);
+    /// How many times the node was invalidated since it was made.
+    std::uint64_t UI_InvalidationCount() const noexcept { return invalidations_; }
+
+private:
+    UI_Node* parent_ = nullptr;
+    std::vector<std::unique_ptr<UI_Node>> children_;
+    RectT<float> bounds_{};
+    bool shown_ = true;
+    std::uint64_t invalidations_ = 0;
+};
+
+} // namespace kitui::ui

@@ -1,0 +1,14 @@
+// Thread tags used on every entry of a host or plug-in function table.
+//
+//   [ui-thread]   The caller must be on the host's main (UI) thread. The callee may touch
+//                 panels, controls, suites and hooks without any synchronisation.
+//   [any-thread]  Any thread may call. The callee touches no main-thread state from a
+//                 thread other than the UI thread; it queues such work to the main thread
+//                 (kitcore::threads::AsyncCallFromMainThread) and returns at once.
+//
+// These two words are the only thread contracts in this SDK; a table entry without a tag
+// is a defect.
+#pragma once
+
+#define QZ_UI_THREAD  /* [ui-thread] */
+#define QZ_ANY_THREAD /* [any-thread] */
