@@ -77,10 +77,37 @@ public:
     /// Throws when a throw is injected for the operation.
     void ThrowIfInjected(std::string_view operation) const;
 
+    /// The UI scale factor of the host's views.
+    void SetUIScale(double scale) noexcept { uiScale_ = scale; }
+    double UIScale() const noexcept { return uiScale_; }
+
+    /// What U_GetRunMode answers: 0 interactive.
+    std::int32_t RunMode() const noexcept { return runMode_; }
+    /// How many times U_GetRunMode was asked.
+    int RunModeQueries() const noexcept { return runModeQueries_; }
+    std::int32_t QueryRunMode() noexcept {
+        ++runModeQueries_;
+        return runMode_;
+    }
+
+    /// The application's update-suppression flag and the four alert flags.
+    void SetUpdateSuppressed(bool suppressed) noexcept { updateSuppressed_ = suppressed; }
+    bool UpdateSuppressed() const noexcept { return updateSuppressed_; }
+    void SetAlerts(bool a1, bool a2, bool a3, bool a4) noexcept;
+    /// The flags of every RefreshWindows call so far.
+    void RecordRefreshWindows(short flags) { refreshWindows_.push_back(flags); }
+    const std::vector<short>& RefreshWindowsCalls() const noexcept { return refreshWindows_; }
+
     void SetReportResult(QZ_Err result) noexcept { reportResult_ = result; }
     /// Records the message and gives the report result (U_TranslateAndReportException).
     QZ_Err Report(const std::string& message);
     const std::vector<std::string>& Reported() const noexcept { return reported_; }
+
+    /// Records a breach of the host's calling contract, such as a [ui-thread] operation
+    /// called from another thread. Safe from any thread.
+    void RecordViolation(const std::string& what);
+    /// Every breach recorded so far.
+    std::vector<std::string> Violations() const;
 
 private:
     HostControls();
@@ -91,8 +118,18 @@ private:
     std::vector<std::pair<std::string, std::int32_t>> missing_;
     std::vector<std::pair<std::string, QZ_Err>> errors_;
     std::vector<std::pair<std::string, std::string>> throws_;
+    double uiScale_ = 1.0;
+    std::int32_t runMode_ = 0;
+    int runModeQueries_ = 0;
+    bool updateSuppressed_ = false;
+    std::vector<short> refreshWindows_;
     QZ_Err reportResult_ = 1;
     std::vector<std::string> reported_;
+    std::vector<std::string> violations_;
 };
+
+/// Records a violation when the caller is not on the host's main thread; `operation`
+/// names the [ui-thread] operation that was called.
+QZ_HOST_API void RequireUIThread(const char* operation);
 
 } // namespace qzhost

@@ -14,9 +14,17 @@ void TabCreator::CreateAndTag(TabPanel** out_panel, kitui::ui::UI_Node* parent,
     }
 }
 
-bool TabCreator::AllowsMultipleTabs() const { return false; }
-bool TabCreator::IsDocumentTab() const { return false; }
-bool TabCreator::HidesTabHeader() const { return false; }
-bool TabCreator::RestoresClosedTab() const { return false; }
+bool TabCreator::AllowsMultipleTabs() const {
+    return false;
+}
+bool TabCreator::IsDocumentTab() const {
+    return false;
+}
+bool TabCreator::HidesTabHeader() const {
+    return false;
+}
+bool TabCreator::RestoresClosedTab() const {
+    return false;
+}
 
 } // namespace kitworkspace::workspace

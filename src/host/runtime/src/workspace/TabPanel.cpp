@@ -14,7 +14,9 @@ TabPanel::TabPanel(const char* tab_type, kitui::ui::UI_Node*, const TabPanelCrea
 
 TabPanel::~TabPanel() = default;
 
-void TabPanel::SetTabType(const char* tab_type) { tabType_ = tab_type != nullptr ? tab_type : ""; }
+void TabPanel::SetTabType(const char* tab_type) {
+    tabType_ = tab_type != nullptr ? tab_type : "";
+}
 
 bool TabPanel::InStackedFrame() const {
     const auto* frame = dynamic_cast<const qzhost::TabFrame*>(UI_GetParent());

@@ -13,14 +13,16 @@ struct STR_ModuleRecord {
 };
 
 /// The string cache interface.
+/// Its operations come first in the virtual table of every class built on it, then the
+/// destructor.
 class QZ_HOST_API STR_IZCache {
 public:
-    virtual ~STR_IZCache();
     /// QZ_UI_THREAD How many strings the module has in the current locale.
     virtual std::int32_t LStrCount() const = 0;
     /// QZ_UI_THREAD The text of string `index` (0-based); `flag` true asks for the key
     /// path instead of the text. An index out of range gives an empty text.
     virtual kitcore::utility::UTF16String LStrLookup(std::int32_t index, bool flag) const = 0;
+    virtual ~STR_IZCache();
 };
 
 /// The host's string cache over one module's strings in the host string table.

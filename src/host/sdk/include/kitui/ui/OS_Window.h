@@ -9,6 +9,15 @@ class QZ_HOST_API OS_Window : public UI_Node {
 public:
     OS_Window();
     ~OS_Window() override;
+
+    /// QZ_UI_THREAD Brings what is marked for redrawing to the screen now rather than at
+    /// the host's next redraw. `request` -1 asks for everything that is marked.
+    virtual void UI_UpdateImmediately(int request);
+    /// How many immediate updates the window was asked for.
+    std::uint64_t UI_ImmediateUpdateCount() const noexcept { return immediateUpdates_; }
+
+private:
+    std::uint64_t immediateUpdates_ = 0;
 };
 
 class QZ_HOST_API OS_ScaledView : public OS_Window {

@@ -1,0 +1,26 @@
+// Host utility services that are not about text: exception reports, the run mode and
+// suite publication.
+#include "host/U_Utility.h"
+#include "qzhost/HostControls.h"
+#include "qzhost/SuiteRegistry.h"
+
+QZ_Err U_TranslateAndReportException(const std::exception& error) {
+    qzhost::RequireUIThread("U_TranslateAndReportException");
+    return qzhost::HostControls::Get().Report(error.what());
+}
+
+std::int32_t U_GetRunMode() {
+    return qzhost::HostControls::Get().QueryRunMode();
+}
+
+QZ_Err U_SP_AddSPSuite(void* host_a, void* host_b, const char* name, std::int32_t version,
+                       std::int32_t, std::int32_t slot_count, const void* table) {
+    qzhost::RequireUIThread("U_SP_AddSPSuite");
+    if (QZ_Err err = qzhost::HostControls::Get().InjectedError(qzhost::op::kAddSuite)) {
+        return err;
+    }
+    if (host_a != nullptr || host_b != nullptr || slot_count <= 0) {
+        return QZ_Err_NULL_ARGUMENT;
+    }
+    return qzhost::SuiteRegistry::Get().Publish(name, version, table);
+}
