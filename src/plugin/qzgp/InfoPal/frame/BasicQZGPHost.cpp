@@ -30,14 +30,7 @@ BasicQZGPHost::BasicQZGPHost(const STR_ModuleRecord& module, QZ_BasicSuiteTable*
     commandSuite_.Acquire(basic, kQZGP_CommandSuite, kQZGP_CommandSuiteVersion1);
     command_ = 0;
     SetUpHostSuiteCache(basic, plugin_id);
-    try {
-        RegisterHooks(wants_idle);
-    } catch (...) {
-        // The cache belongs to this plug-in object; a frame that fails to come up gives
-        // back what it acquired.
-        TearDownHostSuiteCache();
-        throw;
-    }
+    RegisterHooks(wants_idle);
 }
 
 BasicQZGPHost::~BasicQZGPHost() {

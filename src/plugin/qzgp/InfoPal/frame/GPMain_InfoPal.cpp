@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "InfoPal/frame/HostCallGuard.h"
+#include "InfoPal/frame/HostSuiteCache.h"
 #include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/suite/InfoPalSuite.h"
 #include "qzgp/QZGP_UtilitySuite.h"
@@ -47,7 +48,15 @@ extern "C" QZ_PLUGIN_EXPORT QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std
             throw QZ_Err_NULL_ARGUMENT;
         }
         *global_ref = nullptr;
-        auto plugin = std::make_unique<infopal::InfoPal>(basic, plugin_id);
+        std::unique_ptr<infopal::InfoPal> plugin;
+        try {
+            plugin = std::make_unique<infopal::InfoPal>(basic, plugin_id);
+        } catch (...) {
+            // A plug-in object that failed to come up leaves no suite held: the cache that
+            // its frame set up goes with it.
+            infopal::TearDownHostSuiteCache();
+            throw;
+        }
         *global_ref = infopal::ToGlobalRefcon(plugin.release());
     });
 }

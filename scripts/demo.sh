@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs the host on the bundled demo script: the
+# plug-in is loaded, its panel opened, text written into it and the host's state printed.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/install-deps.sh
+bash scripts/build.sh default
+./build/default/bin/qzhost script samples/demo.jsonl

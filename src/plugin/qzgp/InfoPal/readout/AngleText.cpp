@@ -1,0 +1,58 @@
+// Angle text with one decimal and whole revolutions from a full turn on.
+#include "InfoPal/readout/AngleText.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "InfoPal/readout/ReadoutNumbers.h"
+#include "host/U_Utility.h"
+#include "kitcore/utility/NumberText.h"
+
+namespace infopal {
+
+namespace {
+
+using kitcore::utility::Flags;
+using kitcore::utility::NumberToString;
+using kitcore::utility::ReplaceInString;
+using kitcore::utility::UTF16String;
+
+constexpr const char* kDegreeKey = "$$$/QZ/Plugin/InfoPal/Degree=^D";
+constexpr float kDegreesPerTurn = 360.0F;
+// NumberToString's last argument, as the host's number text expects it.
+constexpr int kNumberTextLast = 31;
+
+UTF16String OneDecimal(double value) {
+    return NumberToString(value, 1, 1, Flags<unsigned short>(), kNumberTextLast);
+}
+
+UTF16String WholeNumber(double value) {
+    return NumberToString(value, 1, 0, Flags<unsigned short>(), kNumberTextLast);
+}
+
+UTF16String TurnsText(float degrees) {
+    const bool negative = degrees < 0.0F;
+    const float magnitude = negative ? -degrees : degrees;
+    const std::int16_t turns = LowSigned16(TruncateToInt32(magnitude / kDegreesPerTurn));
+    // The whole turns in degrees, formed as an integer (at most 32768 * 360 in magnitude)
+    // and subtracted as a float.
+    const std::int32_t turn_degrees = static_cast<std::int32_t>(turns) * 360;
+    const float remainder = magnitude - static_cast<float>(turn_degrees);
+    return ReplaceInString(U_AsciiToUTF16String("@0@1x @2 @3"),
+                           U_AsciiToUTF16String(negative ? "-" : ""), WholeNumber(turns),
+                           U_AsciiToUTF16String(negative ? "-" : "+"), OneDecimal(remainder));
+}
+
+} // namespace
+
+void FormatAngleText(float degrees, UTF16String& out) {
+    // NaN fails both limits and takes the revolution form.
+    const bool within_turn = degrees > -kDegreesPerTurn && degrees < kDegreesPerTurn;
+    UTF16String text = within_turn
+                           ? ReplaceInString(U_AsciiToUTF16String("@0"), OneDecimal(degrees))
+                           : TurnsText(degrees);
+    text += U_ZStringToUTF16String(kDegreeKey);
+    out = std::move(text);
+}
+
+} // namespace infopal

@@ -1,0 +1,78 @@
+// A fresh reference host for each test, and the plug-in's entry and hooks called the way
+// the host calls them.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "qzgp/QZGP_RegisterSuite.h"
+#include "qzhost/HookRegistry.h"
+#include "qzhost/HostControls.h"
+#include "qzhost/MainLoop.h"
+#include "qzhost/MenuModel.h"
+#include "qzhost/SuiteRegistry.h"
+#include "qzhost/WorkspaceModel.h"
+
+extern "C" QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std::int32_t major, std::int32_t minor,
+                                 QZGP_PluginID plugin_id, QZGP_GlobalRefcon* global_ref);
+
+namespace qztest {
+
+inline constexpr QZGP_PluginID kPluginID = 42;
+
+class HostFixture : public ::testing::Test {
+protected:
+    void SetUp() override {
+        qzhost::MainLoop::Get().AdoptCurrentThread();
+        qzhost::MainLoop::Get().Discard();
+        qzhost::HostControls::Get().Reset();
+        qzhost::MenuModel::Get().Reset();
+        qzhost::HookRegistry::Get().Reset();
+        qzhost::WorkspaceModel::Get().Reset();
+    }
+
+    void TearDown() override {
+        Death();
+        qzhost::WorkspaceModel::Get().Reset();
+        qzhost::MainLoop::Get().Discard();
+        // Whatever a test did, the plug-in gave back every suite it took.
+        EXPECT_TRUE(qzhost::SuiteRegistry::Get().Held(qzhost::Acquirer::Plugin).empty());
+        qzhost::HostControls::Get().Reset();
+    }
+
+    /// Calls the entry as the host does; `global_` receives the plug-in object.
+    QZ_Err Load() {
+        return GPMain_InfoPal(qzhost::SuiteRegistry::Get().PluginTable(), 1, 0, kPluginID,
+                              &global_);
+    }
+
+    /// Runs the death hook once, if it was registered and the plug-in object exists.
+    QZ_Err Death() {
+        auto& hooks = qzhost::HookRegistry::Get().Hooks();
+        if (hooks.death == nullptr || global_ == nullptr) {
+            return 0;
+        }
+        const QZ_Err err = hooks.death(global_, hooks.deathRefcon);
+        qzhost::HookRegistry::Get().Clear();
+        global_ = nullptr;
+        return err;
+    }
+
+    QZ_Err Command(QZGP_Command command, bool already_handled, bool* handled) {
+        auto& hooks = qzhost::HookRegistry::Get().Hooks();
+        return hooks.command(global_, hooks.commandRefcon, command, hooks.commandPriority,
+                             already_handled, handled);
+    }
+
+    QZ_Err UpdateMenu() {
+        auto& hooks = qzhost::HookRegistry::Get().Hooks();
+        return hooks.updateMenu(global_, hooks.updateMenuRefcon, 0);
+    }
+
+    std::vector<std::string> Held() const {
+        return qzhost::SuiteRegistry::Get().Held(qzhost::Acquirer::Plugin);
+    }
+
+    QZGP_GlobalRefcon global_ = nullptr;
+};
+
+} // namespace qztest
