@@ -25,9 +25,9 @@ inline std::vector<std::uint8_t> InfoPalPropertyListBytes() {
         u32(length);
     };
 
-    bytes = {1, 0};     // format version
-    u32(0);             // reserved
-    u32(7);             // property count
+    bytes = {1, 0};      // format version
+    u32(0);              // reserved
+    u32(7);              // property count
     property("dnik", 4); // kind
     text("xgZQ");
     property("eman", 44); // name: length byte 41, the text, 2 zero bytes

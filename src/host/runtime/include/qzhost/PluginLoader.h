@@ -3,6 +3,7 @@
 // name that the property list gives, and call it.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 
 #include "qzgp/QZ_Basic.h"

@@ -25,7 +25,7 @@ struct PropertyList {
     std::vector<Property> properties;
 
     /// The first property with this key, or null.
-    const Property* Find(const std::string& key) const;
+    QZ_HOST_API const Property* Find(const std::string& key) const;
 };
 
 /// Decodes a property list; throws std::runtime_error naming the offset of the first

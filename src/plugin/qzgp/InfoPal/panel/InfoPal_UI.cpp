@@ -31,7 +31,7 @@ constexpr std::uint16_t kModeHSB = 7;
 // The width of the horizontal divider is the panel's less this margin.
 constexpr float kDividerMargin = 13.0f;
 
-struct ControlSpec {
+struct ControlPlan {
     enum Kind { Divider, Image, Text, Swatch } kind;
     float width;
     float height;
@@ -41,30 +41,30 @@ struct ControlSpec {
 
 // The 23 controls by layout number: what each is, the size asked at creation, the label
 // key of the labels and whether it is visible at start.
-constexpr ControlSpec kControls[control::kCount] = {
-    {ControlSpec::Divider, 195, 2, nullptr, true},
-    {ControlSpec::Divider, 2, 50, nullptr, true},
-    {ControlSpec::Image, 17, 17, nullptr, true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText1Red=R :", true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText2Green=G :", true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText3Blue=B :", true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText4=A :", true},
-    {ControlSpec::Text, 90, 14, nullptr, true},
-    {ControlSpec::Text, 90, 14, nullptr, true},
-    {ControlSpec::Text, 90, 14, nullptr, true},
-    {ControlSpec::Text, 90, 14, nullptr, true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText1=X :", true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText2=Y :", true},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText1=X' :", false},
-    {ControlSpec::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText2=Y' :", false},
-    {ControlSpec::Text, 90, 14, nullptr, true},
-    {ControlSpec::Text, 90, 14, nullptr, true},
-    {ControlSpec::Text, 90, 14, nullptr, false},
-    {ControlSpec::Text, 90, 14, nullptr, false},
-    {ControlSpec::Swatch, 0, 0, nullptr, true},
-    {ControlSpec::Text, 190, 14, nullptr, true},
-    {ControlSpec::Text, 190, 14, nullptr, true},
-    {ControlSpec::Text, 190, 14, nullptr, true},
+constexpr ControlPlan kControls[control::kCount] = {
+    {ControlPlan::Divider, 195, 2, nullptr, true},
+    {ControlPlan::Divider, 2, 50, nullptr, true},
+    {ControlPlan::Image, 17, 17, nullptr, true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText1Red=R :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText2Green=G :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText3Blue=B :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText4=A :", true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText1=X :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText2=Y :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText1=X' :", false},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText2=Y' :", false},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, false},
+    {ControlPlan::Text, 90, 14, nullptr, false},
+    {ControlPlan::Swatch, 0, 0, nullptr, true},
+    {ControlPlan::Text, 190, 14, nullptr, true},
+    {ControlPlan::Text, 190, 14, nullptr, true},
+    {ControlPlan::Text, 190, 14, nullptr, true},
 };
 
 // The HSB labels of the first three channel rows.
@@ -110,31 +110,31 @@ InfoPal_UI::~InfoPal_UI() {
 void InfoPal_UI::CreateControls() {
     kitui::controls::UI_ControlsContainer* container = GetControlsContainer(0);
     for (std::size_t number = 0; number < control::kCount; ++number) {
-        const ControlSpec& spec = kControls[number];
+        const ControlPlan& plan = kControls[number];
         std::unique_ptr<kitui::ui::UI_Node> node;
-        switch (spec.kind) {
-        case ControlSpec::Divider:
+        switch (plan.kind) {
+        case ControlPlan::Divider:
             node = CreateDivider();
             break;
-        case ControlSpec::Image:
+        case ControlPlan::Image:
             node = CreateStaticImage();
             break;
-        case ControlSpec::Text: {
+        case ControlPlan::Text: {
             auto text = CreateStaticText();
-            if (spec.label != nullptr) {
+            if (plan.label != nullptr) {
                 text->SetValue(ControlLabelText(number, UTF16String()));
             }
             node = std::move(text);
             break;
         }
-        case ControlSpec::Swatch:
+        case ControlPlan::Swatch:
             node = std::make_unique<kitui::controls::UI_SwatchRect>();
             break;
         }
-        if (spec.width > 0) {
-            node->UI_SetBounds(RectT<float>{0, 0, spec.width, spec.height});
+        if (plan.width > 0) {
+            node->UI_SetBounds(RectT<float>{0, 0, plan.width, plan.height});
         }
-        node->UI_Show(spec.visible);
+        node->UI_Show(plan.visible);
         container->UI_AddChild(std::move(node));
     }
 }
@@ -317,6 +317,24 @@ void InfoPal_UI::RedrawTextLines() {
     default:
         break; // an unknown layout draws nothing and keeps the stored lines
     }
+}
+
+void InfoPal_UI::UI_Describe(kitui::ui::UI_Description& out) const {
+    out.SetInteger("mode", mode_);
+    out.SetInteger("type", static_cast<std::int64_t>(type_));
+    out.SetTextList("lines", std::vector<UTF16String>(lines_.begin(), lines_.end()));
+    if (const auto size = GetMinimumSize()) {
+        out.SetNumber("min_width", size->x);
+        out.SetNumber("min_height", size->y);
+    }
+    if (const InfoPal* plugin = InfoPal::GetPlugin()) {
+        out.SetInteger("flag", plugin->GetFlag() ? 1 : 0);
+    }
+    const auto& swatch = GetControl<kitui::controls::UI_SwatchRect>(control::kSwatch);
+    out.SetNumber("swatch_r", swatch.color.r);
+    out.SetNumber("swatch_g", swatch.color.g);
+    out.SetNumber("swatch_b", swatch.color.b);
+    out.SetNumber("swatch_a", swatch.color.a);
 }
 
 void InfoPal_UI::UpdatePixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,

@@ -12,6 +12,7 @@
 #include "InfoPal/suite/TextLinesSink.h"
 #include "host/M_Vector.h"
 #include "host/PF_Pixel.h"
+#include "kitui/ui/UI_Describable.h"
 
 namespace infopal {
 
@@ -38,7 +39,7 @@ inline constexpr std::size_t kCount = 23;
 /// What the panel shows below its pixel block.
 enum class DisplayState : std::int32_t { Nothing = 0, TextLines = 1, PixelReadout = 2 };
 
-class InfoPal_UI : public QZGPPaletteUI, public TextLinesSink {
+class InfoPal_UI : public QZGPPaletteUI, public TextLinesSink, public kitui::ui::UI_Describable {
 public:
     /// Registers the panel with the plug-in object, builds the 23 controls, places them by
     /// the localised layout resource and arranges them in the panel.
@@ -84,6 +85,9 @@ public:
     void UI_NodeChanged(const kitui::ui::NodeChange& change) override;
     /// Re-arranges the controls in the new rectangle, then lets the base resize.
     void UI_LocalRectChanged(const kitui::ui::RectT<float>& local) override;
+    /// Reports the display mode, the text-lines type and lines, the minimum size, the
+    /// plug-in object's flag and the swatch colour.
+    void UI_Describe(kitui::ui::UI_Description& out) const override;
     /// The panel kind that the palette base asks for.
     virtual std::int32_t GetPaletteKind() const { return 5058; }
 

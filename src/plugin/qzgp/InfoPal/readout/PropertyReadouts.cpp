@@ -47,8 +47,8 @@ UTF16String AngleTripleText(const std::array<double, 3>& degrees) {
     for (std::size_t i = 0; i < texts.size(); ++i) {
         FormatAngleText(NarrowToFloat(degrees[i]), texts[i]);
     }
-    return kitcore::utility::ReplaceInString(U_AsciiToUTF16String("@0, @1, @2"), texts[0],
-                                             texts[1], texts[2]);
+    return kitcore::utility::ReplaceInString(U_AsciiToUTF16String("@0, @1, @2"), texts[0], texts[1],
+                                             texts[2]);
 }
 
 } // namespace
@@ -119,8 +119,8 @@ void ShowScaleReadout2D(TextLinesSink& panel, QZ_Narrow name, float x, float y, 
     ShowScaleLines(panel, name, values, deltas);
 }
 
-void ShowScaleReadout3D(TextLinesSink& panel, QZ_Narrow name, float x, float y, float z,
-                        float dx, float dy, float dz) {
+void ShowScaleReadout3D(TextLinesSink& panel, QZ_Narrow name, float x, float y, float z, float dx,
+                        float dy, float dz) {
     const std::array values = {x, y, z};
     const std::array deltas = {dx, dy, dz};
     ShowScaleLines(panel, name, values, deltas);

@@ -77,8 +77,8 @@ void ShowScaleLines(TextLinesSink& panel, QZ_Narrow name, std::span<const float>
     panel.ShowTextLines(heading, label, value_text, delta_label, delta_text, TextLinesType::Five);
 }
 
-void ShowRotationLines(TextLinesSink& panel, QZ_Narrow name, const UTF16String& label,
-                       float value, float delta) {
+void ShowRotationLines(TextLinesSink& panel, QZ_Narrow name, const UTF16String& label, float value,
+                       float delta) {
     const UTF16String heading = U_MBToUTF16String(name);
     const UTF16String value_text = AngleText(value);
     UTF16String delta_label;

@@ -19,8 +19,9 @@ kitcore::utility::UTF16String DeltaLabel();
 bool AllZero(std::span<const float> components);
 
 /// [ui-thread] A point of two or three components and its change, under `label`.
-void ShowPointLines(TextLinesSink& panel, QZ_Narrow name, const kitcore::utility::UTF16String& label,
-                    std::span<const float> values, std::span<const float> deltas);
+void ShowPointLines(TextLinesSink& panel, QZ_Narrow name,
+                    const kitcore::utility::UTF16String& label, std::span<const float> values,
+                    std::span<const float> deltas);
 
 /// [ui-thread] A scale of two or three components and its change, under "Scale:".
 void ShowScaleLines(TextLinesSink& panel, QZ_Narrow name, std::span<const float> values,

@@ -15,8 +15,7 @@ inline constexpr const char* kRotationY = "$$$/QZ/Plugin/InfoPal/RotationY=Rotat
 inline constexpr const char* kRotationZ = "$$$/QZ/Plugin/InfoPal/RotationZ=Rotation (z):";
 inline constexpr const char* kMaskOpacity = "$$$/QZ/Plugin/InfoPal/MaskOpacity=Mask Opacity:";
 inline constexpr const char* kFeather = "$$$/QZ/Plugin/InfoPal/Feather=Feather:";
-inline constexpr const char* kMaskExpansion =
-    "$$$/QZ/Plugin/InfoPal/MaskExpansion=Mask Expansion:";
+inline constexpr const char* kMaskExpansion = "$$$/QZ/Plugin/InfoPal/MaskExpansion=Mask Expansion:";
 // This key has no slash between "InfoPal" and "Opacity"; string tables know it so.
 inline constexpr const char* kOpacity = "$$$/QZ/Plugin/InfoPalOpacity=Opacity:";
 inline constexpr const char* kValue = "$$$/QZ/Plugin/InfoPal/Value=Value:";

@@ -26,8 +26,7 @@ constexpr std::uint32_t kValueKindPoint3D = 18;
 // A layer counts as three-dimensional when it is a visual layer with its 3-D switch on, a
 // camera or a light. The flag word is read only for a visual layer.
 bool LayerIsThreeD(const PXM_Layer& layer) {
-    if (layer.IsOfKind(PXM_LayerKind_VISUAL) &&
-        (layer.GetFlags() & PXM_LayerFlag_THREE_D) != 0U) {
+    if (layer.IsOfKind(PXM_LayerKind_VISUAL) && (layer.GetFlags() & PXM_LayerFlag_THREE_D) != 0U) {
         return true;
     }
     return layer.IsOfKind(PXM_LayerKind_CAMERA) || layer.IsOfKind(PXM_LayerKind_LIGHT);
@@ -46,8 +45,8 @@ void ShowLayerPoint(TextLinesSink& panel, QZ_Narrow name, const UTF16String& lab
                    std::span(v.deltas).first(count));
 }
 
-void ShowSingle(TextLinesSink& panel, QZ_Narrow name, const char* label_key,
-                const char* unit_key, float value) {
+void ShowSingle(TextLinesSink& panel, QZ_Narrow name, const char* label_key, const char* unit_key,
+                float value) {
     const UTF16String label = U_ZStringToUTF16String(label_key);
     const std::string unit = unit_key != nullptr ? U_ZStringToMBString(unit_key) : std::string();
     ShowSingleValueLines(panel, name, label, unit, value);
@@ -105,8 +104,7 @@ void ShowStreamReadout(TextLinesSink& panel, PXM_Layer* layer, const KVB_StreamI
     if (stream == PXM_StreamName_ORIENTATION) {
         // Through this path the orientation shows as three plain numbers under
         // "Position:"; wrapped angles come only through the orientation readout.
-        ShowPointLines(panel, name, U_ZStringToUTF16String(labels::kPosition), v.values,
-                       v.deltas);
+        ShowPointLines(panel, name, U_ZStringToUTF16String(labels::kPosition), v.values, v.deltas);
         return;
     }
     if (stream == PXM_StreamName_ROTATE_X) {
@@ -119,8 +117,8 @@ void ShowStreamReadout(TextLinesSink& panel, PXM_Layer* layer, const KVB_StreamI
     }
     if (stream == PXM_StreamName_ROTATE_Z) {
         // On a flat layer the Z rotation is the layer's only rotation.
-        const UTF16String rotation_label = U_ZStringToUTF16String(
-            LayerIsThreeD(*layer) ? labels::kRotationZ : labels::kRotation);
+        const UTF16String rotation_label =
+            U_ZStringToUTF16String(LayerIsThreeD(*layer) ? labels::kRotationZ : labels::kRotation);
         ShowRotationLines(panel, name, rotation_label, x, dx);
         return;
     }

@@ -25,7 +25,9 @@ private:
 };
 
 /// QZ_ANY_THREAD Raises Error with the text of the localised key `key` (a
-/// "$$$/...=default" string), its "^0" to "^3" replaced by the four values.
+/// "$$$/...=default" string), its "^0" to "^3" replaced by the four values (which are
+/// not scanned again) and "^I", "^D", "^^" expanded as U_ZStringToUTF16String does.
+/// `flag` is accepted and changes nothing.
 [[noreturn]] QZ_HOST_API void ThrowError(int level, const char* key, std::int32_t major,
                                          std::int32_t minor, bool flag,
                                          const kitcore::utility::UTF16String& r0 = {},

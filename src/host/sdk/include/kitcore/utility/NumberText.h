@@ -11,7 +11,8 @@ namespace kitcore::utility {
 /// QZ_ANY_THREAD The text of `value` in the host locale: at least `fewest` and at most
 /// max(`most`, `fewest`) fraction digits (trailing zeros beyond `fewest` dropped), no
 /// grouping separators, the locale's decimal separator, minus sign and digits, halves
-/// rounded to even. `flags` and `last` are accepted and change nothing.
+/// rounded to even. `flags` and `last` are accepted and change nothing. Counts above 999
+/// are taken as 999. NaN and the infinities give the locale's own texts ("NaN", "∞").
 QZ_HOST_API UTF16String NumberToString(double value, std::size_t most, std::size_t fewest,
                                        Flags<unsigned short> flags, int last);
 

@@ -77,16 +77,52 @@ public:
     virtual void UI_LocalRectChanged(const RectT<float>& local);
 
     /// Records that the node (or `rect` of it, in local coordinates) must be redrawn.
+    /// The area is added to the invalid area of the tree when the node is visible; the
+    /// count below grows in every case.
     void UI_Invalidate(const RectT<float>* rect = nullptr, std::uint32_t flags = 0);
     /// How many times the node was invalidated since it was made.
     std::uint64_t UI_InvalidationCount() const noexcept { return invalidations_; }
 
+    // Invalid area of the tree that this node belongs to: the rectangles that must be
+    // redrawn, in the local coordinates of the tree's root. Invalidation, showing and
+    // hiding, and moving or resizing a visible node add to it; the host reads it before
+    // it redraws and then clears it. QZ_UI_THREAD for all of them.
+    std::vector<RectT<float>> UI_GetInvalidRects() const;
+    /// The smallest rectangle holding every invalid rectangle (empty when none).
+    RectT<float> UI_GetInvalidBounds() const;
+    bool UI_HasInvalidArea() const;
+    void UI_ClearInvalidArea();
+
+    // Drawing. QZ_UI_THREAD for all of them.
+    /// Draws the node in its local coordinates with the drawing context `ink`, then its
+    /// shown children. The base has nothing of its own to draw: it draws the children.
+    virtual void UI_Draw(kitui::inkwell::Inkwell* ink);
+    /// Draws every shown child, in order, each translated to its bounds and clipped to
+    /// its local rectangle.
+    void UI_DrawChildren(kitui::inkwell::Inkwell* ink);
+    /// Narrows the clip of `ink`'s surface to `rect`, in the surface's current units.
+    static void UI_ClipToRect(const RectT<float>& rect, kitui::inkwell::Inkwell* ink);
+
+protected:
+    /// Adds the node's area (or `rect` of it, in local coordinates) to the tree's invalid
+    /// area when the node is visible, without counting an invalidation: for changes that
+    /// the toolkit itself makes to a node.
+    void UI_MarkInvalid(const RectT<float>* rect = nullptr);
+
 private:
+    UI_Node* Root() noexcept;
+    const UI_Node* Root() const noexcept;
+    /// Adds `rect`, in this node's local coordinates, to the tree's invalid area.
+    void RecordInvalid(const RectT<float>& rect);
+    void AddInvalidToRoot(const RectT<float>& rect);
+
     UI_Node* parent_ = nullptr;
     std::vector<std::unique_ptr<UI_Node>> children_;
     RectT<float> bounds_{};
     bool shown_ = true;
     std::uint64_t invalidations_ = 0;
+    /// Held by the root of a tree only.
+    std::vector<RectT<float>> invalid_;
 };
 
 } // namespace kitui::ui

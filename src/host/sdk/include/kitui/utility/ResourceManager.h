@@ -21,7 +21,9 @@ public:
                                   std::vector<std::uint8_t>& bytes) const = 0;
 };
 
-/// The resources of one loaded library, read from its file.
+/// The resources of one loaded library, read from its file the first time that one is
+/// asked for. GetResourceBytes throws std::runtime_error when that file cannot be read or
+/// its resources are corrupt (every call after such a failure throws the same error).
 class QZ_HOST_API OS_ResourceManager : public ResourceManager {
 public:
     explicit OS_ResourceManager(OS_ModuleHandle module);

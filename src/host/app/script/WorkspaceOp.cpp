@@ -1,0 +1,79 @@
+// The "workspace" op: acts on the Info panel's tab as the user would, or sets the answers
+// that its visibility rests on.
+#include <functional>
+#include <map>
+
+#include "qzhost/WorkspaceModel.h"
+#include "script/OpTable.h"
+#include "script/ScriptErrors.h"
+#include "script/Shape.h"
+#include "script/TabVisibility.h"
+
+namespace qzhost::script {
+
+namespace {
+
+using Action = void (WorkspaceModel::*)(const std::string&);
+
+const std::map<std::string, Action, std::less<>>& Actions() {
+    static const std::map<std::string, Action, std::less<>> actions = {
+        {"open", &WorkspaceModel::Open},       {"close", &WorkspaceModel::Close},
+        {"hide", &WorkspaceModel::Hide},       {"show", &WorkspaceModel::Show},
+        {"restore", &WorkspaceModel::Restore},
+    };
+    return actions;
+}
+
+Json Workspace(ScriptSession&, const OpArgs& args) {
+    args.AllowOnly({"action", "set"});
+    const Json* action = args.Find("action");
+    const Json* set = args.Find("set");
+    if ((action == nullptr) == (set == nullptr)) {
+        throw ArgumentError("give either \"action\" or \"set\"");
+    }
+    WorkspaceModel& workspace = WorkspaceModel::Get();
+    if (action != nullptr) {
+        const std::string& name = AsString(*action, "\"action\"");
+        auto it = Actions().find(name);
+        if (it == Actions().end()) {
+            throw ArgumentError("\"action\" must be one of open, close, hide, show, restore, not " +
+                                Quoted(name));
+        }
+        (workspace.*(it->second))(kInfoTabType);
+    } else {
+        AsObject(*set, "\"set\"");
+        for (const auto& member : set->items()) {
+            if (member.key() != "shown" && member.key() != "front" && member.key() != "stacked") {
+                throw ArgumentError("unknown field " + Quoted(member.key()) + " in \"set\"");
+            }
+        }
+        auto answer = [&](const char* name) {
+            auto it = set->find(name);
+            if (it == set->end()) {
+                throw ArgumentError("missing field " + Quoted(name) + " in \"set\"");
+            }
+            return AsBool(*it, "\"set\"." + std::string(name));
+        };
+        const bool shown = answer("shown");
+        const bool front = answer("front");
+        const bool stacked = answer("stacked");
+        workspace.SetAnswers(kInfoTabType, shown, front, stacked);
+    }
+
+    const TabState state = workspace.State(kInfoTabType);
+    Json out = OpOutput(args);
+    out["panel"] = state.panel;
+    out["shown"] = state.shown;
+    out["front"] = state.front;
+    out["stacked"] = state.stacked;
+    out["visible"] = IsVisibleWithFrontTest(state);
+    return out;
+}
+
+} // namespace
+
+void AddWorkspaceOps(OpTable& table) {
+    table.Add("workspace", Workspace);
+}
+
+} // namespace qzhost::script

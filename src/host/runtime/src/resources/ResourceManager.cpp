@@ -1,0 +1,7 @@
+#include "kitui/utility/ResourceManager.h"
+
+namespace kitui::utility {
+
+ResourceManager::~ResourceManager() = default;
+
+} // namespace kitui::utility

@@ -1,0 +1,31 @@
+// Host math helpers.
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include "host/M_Math.h"
+
+std::int32_t M_RoundDouble(double value) {
+    if (std::isnan(value)) {
+        return 0;
+    }
+    // floor(value + 0.5) would round 0.49999999999999994 up: compare the fraction instead
+    // (value - floor(value) is exact for every finite double).
+    double whole = std::floor(value);
+    if (value - whole >= 0.5) {
+        whole += 1.0;
+    }
+    constexpr double kMax = std::numeric_limits<std::int32_t>::max();
+    constexpr double kMin = std::numeric_limits<std::int32_t>::min();
+    if (whole >= kMax) {
+        return std::numeric_limits<std::int32_t>::max();
+    }
+    if (whole <= kMin) {
+        return std::numeric_limits<std::int32_t>::min();
+    }
+    return static_cast<std::int32_t>(whole);
+}
+
+double M_fmod(double x, double y) {
+    return std::fmod(x, y);
+}

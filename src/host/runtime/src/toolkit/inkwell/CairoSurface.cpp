@@ -1,0 +1,230 @@
+#include "CairoSurface.h"
+
+#include <string>
+
+#include "../../strings/UnicodeText.h"
+#include "DrawingObjects.h"
+#include "qzhost/ToolkitSettings.h"
+
+namespace qzhost::inkwell {
+
+namespace {
+
+/// The host's user-interface font.
+constexpr const char* kFontFamily = "DejaVu Sans";
+
+void SetSource(cairo_t* cr, const kitui::inkwell::ColorRGBA& c) {
+    cairo_set_source_rgba(cr, c.r, c.g, c.b, c.a);
+}
+
+} // namespace
+
+CairoSurface::CairoSurface(cairo_t* cr) : cr_(cairo_reference(cr)) {}
+
+CairoSurface::~CairoSurface() {
+    while (depth_ > 0) {
+        EndDrawing();
+    }
+    cairo_destroy(cr_);
+}
+
+void CairoSurface::BeginDrawing() {
+    cairo_save(cr_);
+    ++depth_;
+}
+
+void CairoSurface::EndDrawing() {
+    // An unmatched close would put the Cairo context in an error state for good.
+    if (depth_ == 0) {
+        return;
+    }
+    cairo_restore(cr_);
+    --depth_;
+}
+
+void CairoSurface::SetAntialiasing(int on) {
+    cairo_set_antialias(cr_, on != 0 ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+}
+
+int CairoSurface::GetAntialiasing() const {
+    return cairo_get_antialias(cr_) != CAIRO_ANTIALIAS_NONE ? 1 : 0;
+}
+
+kitui::inkwell::Transform CairoSurface::GetTransform() const {
+    cairo_matrix_t m;
+    cairo_get_matrix(cr_, &m);
+    return kitui::inkwell::Transform{{m.xx, m.yx, m.xy, m.yy, m.x0, m.y0}};
+}
+
+void CairoSurface::Translate(float dx, float dy) {
+    cairo_translate(cr_, dx, dy);
+}
+
+void CairoSurface::ClipToRect(const kitui::ui::RectT<float>& rect) {
+    cairo_new_path(cr_);
+    cairo_rectangle(cr_, rect.x, rect.y, rect.width, rect.height);
+    cairo_clip(cr_);
+}
+
+bool CairoSurface::ReplayPath(const kitui::inkwell::PathRef& path, int fill_rule) {
+    const auto* recorded = dynamic_cast<const RecordedPath*>(path.get());
+    if (recorded == nullptr) {
+        return false;
+    }
+    recorded->Replay(cr_);
+    cairo_set_fill_rule(cr_, fill_rule == kitui::inkwell::kFillRuleEvenOdd
+                                 ? CAIRO_FILL_RULE_EVEN_ODD
+                                 : CAIRO_FILL_RULE_WINDING);
+    return true;
+}
+
+void CairoSurface::FillPath(const kitui::inkwell::PathRef& path,
+                            const kitui::inkwell::BrushRef& brush, int fill_rule) {
+    if (!brush || !ReplayPath(path, fill_rule)) {
+        return;
+    }
+    SetSource(cr_, brush->GetColor());
+    cairo_fill(cr_);
+}
+
+void CairoSurface::FillPath(const kitui::inkwell::PathRef& path,
+                            const kitui::inkwell::ShaderRef& shader, int fill_rule) {
+    if (!shader || !ReplayPath(path, fill_rule)) {
+        return;
+    }
+    const kitui::ui::PointT<float> start = shader->GetStart();
+    const kitui::ui::PointT<float> end = shader->GetEnd();
+    const kitui::inkwell::ColorRGBA c0 = shader->GetStartColor();
+    const kitui::inkwell::ColorRGBA c1 = shader->GetEndColor();
+    cairo_pattern_t* pattern = cairo_pattern_create_linear(start.x, start.y, end.x, end.y);
+    cairo_pattern_add_color_stop_rgba(pattern, 0.0, c0.r, c0.g, c0.b, c0.a);
+    cairo_pattern_add_color_stop_rgba(pattern, 1.0, c1.r, c1.g, c1.b, c1.a);
+    cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
+    cairo_set_source(cr_, pattern);
+    cairo_fill(cr_);
+    cairo_pattern_destroy(pattern);
+}
+
+void CairoSurface::StrokePath(const kitui::inkwell::PathRef& path,
+                              const kitui::inkwell::PenRef& pen) {
+    if (!pen || !ReplayPath(path, kitui::inkwell::kFillRuleWinding)) {
+        return;
+    }
+    SetSource(cr_, pen->GetColor());
+    cairo_set_line_width(cr_, pen->GetWidth());
+    cairo_stroke(cr_);
+}
+
+PangoLayout* CairoSurface::MakeLayout(const kitcore::utility::UTF16String& text,
+                                      const kitui::inkwell::TextStyle& style) {
+    PangoLayout* layout = pango_cairo_create_layout(cr_);
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_antialias(options, ToolkitSettings::Get().TextAntialiasing()
+                                                  ? CAIRO_ANTIALIAS_GRAY
+                                                  : CAIRO_ANTIALIAS_NONE);
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(pango_layout_get_context(layout), options);
+    cairo_font_options_destroy(options);
+    pango_layout_context_changed(layout);
+
+    PangoFontDescription* font = pango_font_description_new();
+    pango_font_description_set_family(font, kFontFamily);
+    pango_font_description_set_weight(font, style.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_absolute_size(font, style.size * PANGO_SCALE);
+    pango_layout_set_font_description(layout, font);
+    pango_font_description_free(font);
+
+    pango_layout_set_single_paragraph_mode(layout, TRUE);
+    const std::string utf8 =
+        qzhost::strings::Utf16ToUtf8(std::u16string_view(text.data(), text.size()));
+    pango_layout_set_text(layout, utf8.data(), static_cast<int>(utf8.size()));
+    if (style.underline) {
+        PangoAttrList* attributes = pango_attr_list_new();
+        pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+        pango_layout_set_attributes(layout, attributes);
+        pango_attr_list_unref(attributes);
+    }
+    return layout;
+}
+
+void CairoSurface::DrawText(const kitcore::utility::UTF16String& text,
+                            const kitui::ui::RectT<float>& box,
+                            const kitui::inkwell::ColorRGBA& color,
+                            const kitui::inkwell::TextStyle& style) {
+    if (text.empty()) {
+        return;
+    }
+    PangoLayout* layout = MakeLayout(text, style);
+    PangoRectangle logical;
+    pango_layout_get_extents(layout, nullptr, &logical);
+    const double width = static_cast<double>(logical.width) / PANGO_SCALE;
+    const double height = static_cast<double>(logical.height) / PANGO_SCALE;
+    double x = box.x;
+    if (style.alignment == kitui::inkwell::TextStyle::kCenter) {
+        x = box.x + (box.width - width) / 2.0;
+    } else if (style.alignment == kitui::inkwell::TextStyle::kRight) {
+        x = box.x + box.width - width;
+    }
+    const double y = box.y + (box.height - height) / 2.0;
+    cairo_save(cr_);
+    cairo_new_path(cr_);
+    cairo_move_to(cr_, x - static_cast<double>(logical.x) / PANGO_SCALE,
+                  y - static_cast<double>(logical.y) / PANGO_SCALE);
+    SetSource(cr_, color);
+    pango_cairo_show_layout(cr_, layout);
+    cairo_restore(cr_);
+    g_object_unref(layout);
+}
+
+float CairoSurface::MeasureText(const kitcore::utility::UTF16String& text,
+                                const kitui::inkwell::TextStyle& style) {
+    if (text.empty()) {
+        return 0.0f;
+    }
+    PangoLayout* layout = MakeLayout(text, style);
+    PangoRectangle logical;
+    pango_layout_get_extents(layout, nullptr, &logical);
+    g_object_unref(layout);
+    return static_cast<float>(logical.width) / PANGO_SCALE;
+}
+
+void CairoSurface::DrawPicture(const kitui::inkwell::PictureRef& picture,
+                               const kitui::ui::PointT<float>& origin) {
+    if (!picture) {
+        return;
+    }
+    cairo_save(cr_);
+    cairo_translate(cr_, origin.x, origin.y);
+    const double scale = picture->GetScale();
+    cairo_scale(cr_, 1.0 / scale, 1.0 / scale);
+    cairo_surface_t* source = nullptr;
+    if (const auto* image = dynamic_cast<const ImagePicture*>(picture.get())) {
+        source = cairo_surface_reference(image->Surface());
+    } else {
+        // A picture from elsewhere: copy its pixels.
+        const int w = picture->GetPixelWidth();
+        const int h = picture->GetPixelHeight();
+        if (w > 0 && h > 0) {
+            std::vector<std::uint32_t> pixels(static_cast<std::size_t>(w) * h);
+            for (int y = 0; y < h; ++y) {
+                for (int x = 0; x < w; ++x) {
+                    pixels[static_cast<std::size_t>(y) * w + x] = picture->GetPixel(x, y);
+                }
+            }
+            const ImagePicture copy(w, h, static_cast<float>(scale), pixels.data(),
+                                    static_cast<std::size_t>(w));
+            source = cairo_surface_reference(copy.Surface());
+        }
+    }
+    if (source != nullptr) {
+        cairo_set_source_surface(cr_, source, 0.0, 0.0);
+        cairo_pattern_set_filter(cairo_get_source(cr_), CAIRO_FILTER_GOOD);
+        cairo_new_path(cr_);
+        cairo_rectangle(cr_, 0.0, 0.0, picture->GetPixelWidth(), picture->GetPixelHeight());
+        cairo_fill(cr_);
+        cairo_surface_destroy(source);
+    }
+    cairo_restore(cr_);
+}
+
+} // namespace qzhost::inkwell

@@ -1,0 +1,53 @@
+// A drawing surface on a Cairo context, with text set by Pango.
+#pragma once
+
+#include <cairo.h>
+#include <pango/pangocairo.h>
+
+#include "kitui/inkwell/SurfaceInterface.h"
+
+namespace qzhost::inkwell {
+
+class CairoSurface final : public kitui::inkwell::SurfaceInterface {
+public:
+    /// Draws on `cr` (which the surface references while it lives).
+    explicit CairoSurface(cairo_t* cr);
+    ~CairoSurface() override;
+    CairoSurface(const CairoSurface&) = delete;
+    CairoSurface& operator=(const CairoSurface&) = delete;
+
+    void BeginDrawing() override;
+    void EndDrawing() override;
+    void SetAntialiasing(int on) override;
+    int GetAntialiasing() const override;
+    kitui::inkwell::Transform GetTransform() const override;
+    void Translate(float dx, float dy) override;
+    void ClipToRect(const kitui::ui::RectT<float>& rect) override;
+    void FillPath(const kitui::inkwell::PathRef& path, const kitui::inkwell::BrushRef& brush,
+                  int fill_rule) override;
+    void FillPath(const kitui::inkwell::PathRef& path, const kitui::inkwell::ShaderRef& shader,
+                  int fill_rule) override;
+    void StrokePath(const kitui::inkwell::PathRef& path,
+                    const kitui::inkwell::PenRef& pen) override;
+    void DrawText(const kitcore::utility::UTF16String& text, const kitui::ui::RectT<float>& box,
+                  const kitui::inkwell::ColorRGBA& color,
+                  const kitui::inkwell::TextStyle& style) override;
+    float MeasureText(const kitcore::utility::UTF16String& text,
+                      const kitui::inkwell::TextStyle& style) override;
+    void DrawPicture(const kitui::inkwell::PictureRef& picture,
+                     const kitui::ui::PointT<float>& origin) override;
+
+    /// How many brackets are open.
+    int Depth() const noexcept { return depth_; }
+
+private:
+    /// A layout of `text` in `style`, for the context's current transform.
+    PangoLayout* MakeLayout(const kitcore::utility::UTF16String& text,
+                            const kitui::inkwell::TextStyle& style);
+    bool ReplayPath(const kitui::inkwell::PathRef& path, int fill_rule);
+
+    cairo_t* cr_;
+    int depth_ = 0;
+};
+
+} // namespace qzhost::inkwell

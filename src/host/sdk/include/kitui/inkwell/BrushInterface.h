@@ -1,0 +1,16 @@
+// A brush of the drawing library: a solid colour with which a path is filled.
+#pragma once
+
+#include "kitui/inkwell/ColorRGBA.h"
+#include "qzgp/QZ_Basic.h"
+
+namespace kitui::inkwell {
+
+class QZ_HOST_API BrushInterface {
+public:
+    virtual ~BrushInterface();
+    /// QZ_UI_THREAD
+    virtual ColorRGBA GetColor() const = 0;
+};
+
+} // namespace kitui::inkwell
