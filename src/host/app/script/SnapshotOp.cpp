@@ -16,7 +16,6 @@
 #include "script/OpTable.h"
 #include "script/ScriptErrors.h"
 #include "script/Shape.h"
-#include "script/TabVisibility.h"
 #include "script/Values.h"
 
 namespace qzhost::script {
@@ -121,7 +120,7 @@ Json Snapshot(ScriptSession&, const OpArgs& args) {
         }
     };
 
-    out["visible"] = IsVisibleWithFrontTest(workspace.State(kInfoTabType));
+    out["visible"] = workspace.State(kInfoTabType).Visible();
     copy("mode", "mode");
     const kitui::ui::RectT<float> bounds = panel->UI_GetBounds();
     out["size"] = Json::array({NumberOut(bounds.width), NumberOut(bounds.height)});

@@ -5,49 +5,13 @@
 #include <limits>
 
 #include "host/U_Utility.h"
+#include "qzhost/UnicodeText.h"
 #include "script/ScriptErrors.h"
 #include "script/Shape.h"
 
 namespace qzhost::script {
 
 namespace {
-
-constexpr char32_t kReplacement = 0xFFFD;
-
-void AppendUTF8(std::string& out, char32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (c >> 18));
-        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
-
-void AppendUTF16(kitcore::utility::UTF16String& out, char32_t c) {
-    if (c < 0x10000) {
-        out += static_cast<char16_t>(c);
-    } else {
-        c -= 0x10000;
-        out += static_cast<char16_t>(0xD800 + (c >> 10));
-        out += static_cast<char16_t>(0xDC00 + (c & 0x3FF));
-    }
-}
-
-bool IsHigh(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLow(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
 
 int HexDigit(char c) {
     if (c >= '0' && c <= '9') {
@@ -158,70 +122,11 @@ Json NumberOut(double value) {
 }
 
 std::string UTF16ToUTF8(std::u16string_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (IsHigh(unit) && i + 1 < text.size() && IsLow(text[i + 1])) {
-            const char32_t c =
-                0x10000 + ((char32_t(unit) - 0xD800) << 10) + (char32_t(text[i + 1]) - 0xDC00);
-            AppendUTF8(out, c);
-            ++i;
-        } else if (IsHigh(unit) || IsLow(unit)) {
-            AppendUTF8(out, kReplacement);
-        } else {
-            AppendUTF8(out, unit);
-        }
-    }
-    return out;
+    return strings::Utf16ToUtf8(text);
 }
 
 kitcore::utility::UTF16String UTF8ToUTF16(std::string_view text) {
-    kitcore::utility::UTF16String out;
-    std::size_t i = 0;
-    while (i < text.size()) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        int length = 0;
-        char32_t c = 0;
-        char32_t min = 0;
-        if (lead < 0x80) {
-            length = 1;
-            c = lead;
-        } else if ((lead & 0xE0) == 0xC0) {
-            length = 2;
-            c = lead & 0x1F;
-            min = 0x80;
-        } else if ((lead & 0xF0) == 0xE0) {
-            length = 3;
-            c = lead & 0x0F;
-            min = 0x800;
-        } else if ((lead & 0xF8) == 0xF0) {
-            length = 4;
-            c = lead & 0x07;
-            min = 0x10000;
-        } else {
-            AppendUTF16(out, kReplacement);
-            ++i;
-            continue;
-        }
-        bool valid = i + length <= text.size();
-        for (int k = 1; valid && k < length; ++k) {
-            const auto next = static_cast<unsigned char>(text[i + k]);
-            if ((next & 0xC0) != 0x80) {
-                valid = false;
-            } else {
-                c = (c << 6) | (next & 0x3F);
-            }
-        }
-        if (!valid || c < min || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
-            AppendUTF16(out, kReplacement);
-            ++i;
-            continue;
-        }
-        AppendUTF16(out, c);
-        i += length;
-    }
-    return out;
+    return strings::Utf8ToUtf16(text);
 }
 
 } // namespace qzhost::script

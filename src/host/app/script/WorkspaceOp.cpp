@@ -7,7 +7,6 @@
 #include "script/OpTable.h"
 #include "script/ScriptErrors.h"
 #include "script/Shape.h"
-#include "script/TabVisibility.h"
 
 namespace qzhost::script {
 
@@ -66,7 +65,7 @@ Json Workspace(ScriptSession&, const OpArgs& args) {
     out["shown"] = state.shown;
     out["front"] = state.front;
     out["stacked"] = state.stacked;
-    out["visible"] = IsVisibleWithFrontTest(state);
+    out["visible"] = state.Visible();
     return out;
 }
 

@@ -14,6 +14,7 @@
 #include "kitcore/utility/UTF16String.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"
+#include "qzhost/UnicodeText.h"
 
 namespace readout_test {
 
@@ -21,38 +22,7 @@ using kitcore::utility::UTF16String;
 
 /// UTF-16 to UTF-8; a lone surrogate becomes U+FFFD.
 inline std::string Utf8(const UTF16String& text) {
-    std::string out;
-    auto put = [&out](char32_t c) {
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (unit >= 0xD800 && unit < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] < 0xE000) {
-            put(0x10000 + ((static_cast<char32_t>(unit) - 0xD800) << 10) +
-                (static_cast<char32_t>(text[i + 1]) - 0xDC00));
-            ++i;
-        } else if (unit >= 0xD800 && unit < 0xE000) {
-            put(0xFFFD);
-        } else {
-            put(unit);
-        }
-    }
-    return out;
+    return qzhost::strings::Utf16ToUtf8(text);
 }
 
 /// One five-line update as it reached the panel.

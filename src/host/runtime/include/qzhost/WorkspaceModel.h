@@ -12,6 +12,12 @@
 
 namespace qzhost {
 
+/// Whether a tab counts as visible from its three answers: its frame is shown, and the
+/// frame holds a stack of tabs or the tab is its front tab.
+inline bool CountsAsVisible(bool shown, bool front, bool stacked) {
+    return shown && (stacked || front);
+}
+
 /// The frame that holds a tab. It owns the panel as its one child.
 class QZ_HOST_API TabFrame : public kitui::ui::UI_Node {
 public:
@@ -31,6 +37,7 @@ struct TabState {
     bool shown = false;
     bool front = false;
     bool stacked = false;
+    bool Visible() const { return CountsAsVisible(shown, front, stacked); }
 };
 
 class QZ_HOST_API WorkspaceModel : public kitworkspace::workspace::Workspace {

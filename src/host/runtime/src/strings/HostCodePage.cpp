@@ -16,24 +16,18 @@ namespace {
     throw std::runtime_error(std::string("code page conversion failed: ") + u_errorName(status));
 }
 
-} // namespace
-
-kitcore::utility::UTF16String FromHostCodePage(std::string_view bytes) {
-    kitcore::utility::UTF16String out;
-    if (bytes.empty()) {
-        return out;
-    }
-    UConverter* converter = ThreadConverter(HostControls::Get().Codepage());
-    // One unit per byte is enough for nearly every code page; grow when it is not.
-    out.resize(bytes.size() + 16);
-    const char* source = bytes.data();
-    const char* const source_end = bytes.data() + bytes.size();
+// Runs one ICU conversion step over the whole input into `out`, which starts at
+// `initial` units and doubles whenever the converter runs out of room.
+template <class Out, class In, class Step>
+Out ConvertAll(std::basic_string_view<In> input, std::size_t initial, Step step) {
+    Out out(initial, typename Out::value_type{});
+    const In* source = input.data();
+    const In* const source_end = input.data() + input.size();
     std::size_t written = 0;
     for (;;) {
-        UChar* target = out.data() + written;
+        auto* target = out.data() + written;
         UErrorCode status = U_ZERO_ERROR;
-        ucnv_toUnicode(converter, &target, out.data() + out.size(), &source, source_end, nullptr,
-                       true, &status);
+        step(&target, out.data() + out.size(), &source, source_end, &status);
         written = static_cast<std::size_t>(target - out.data());
         if (status == U_BUFFER_OVERFLOW_ERROR) {
             out.resize(out.size() * 2);
@@ -48,33 +42,36 @@ kitcore::utility::UTF16String FromHostCodePage(std::string_view bytes) {
     return out;
 }
 
-std::string ToHostCodePage(std::u16string_view text) {
-    std::string out;
-    if (text.empty()) {
-        return out;
+} // namespace
+
+kitcore::utility::UTF16String FromHostCodePage(std::string_view bytes) {
+    if (bytes.empty()) {
+        return {};
     }
     UConverter* converter = ThreadConverter(HostControls::Get().Codepage());
-    out.resize(text.size() * static_cast<std::size_t>(ucnv_getMaxCharSize(converter)) + 16);
-    const UChar* source = text.data();
-    const UChar* const source_end = text.data() + text.size();
-    std::size_t written = 0;
-    for (;;) {
-        char* target = out.data() + written;
-        UErrorCode status = U_ZERO_ERROR;
-        ucnv_fromUnicode(converter, &target, out.data() + out.size(), &source, source_end, nullptr,
-                         true, &status);
-        written = static_cast<std::size_t>(target - out.data());
-        if (status == U_BUFFER_OVERFLOW_ERROR) {
-            out.resize(out.size() * 2);
-            continue;
-        }
-        if (U_FAILURE(status)) {
-            ThrowConversionError(status);
-        }
-        break;
+    // One unit per byte is enough for nearly every code page; grow when it is not.
+    return ConvertAll<kitcore::utility::UTF16String>(
+        bytes, bytes.size() + 16,
+        [converter](UChar** target, const UChar* target_end, const char** source,
+                    const char* source_end, UErrorCode* status) {
+            ucnv_toUnicode(converter, target, target_end, source, source_end, nullptr, true,
+                           status);
+        });
+}
+
+std::string ToHostCodePage(std::u16string_view text) {
+    if (text.empty()) {
+        return {};
     }
-    out.resize(written);
-    return out;
+    UConverter* converter = ThreadConverter(HostControls::Get().Codepage());
+    const auto most_per_unit = static_cast<std::size_t>(ucnv_getMaxCharSize(converter));
+    return ConvertAll<std::string>(text, text.size() * most_per_unit + 16,
+                                   [converter](char** target, const char* target_end,
+                                               const UChar** source, const UChar* source_end,
+                                               UErrorCode* status) {
+                                       ucnv_fromUnicode(converter, target, target_end, source,
+                                                        source_end, nullptr, true, status);
+                                   });
 }
 
 } // namespace qzhost::strings

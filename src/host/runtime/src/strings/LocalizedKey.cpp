@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "StringTables.h"
-#include "UnicodeText.h"
 #include "qzhost/HostControls.h"
+#include "qzhost/UnicodeText.h"
 
 namespace qzhost::strings {
 

@@ -3,9 +3,9 @@
 
 #include "LocalizedKey.h"
 #include "StringTables.h"
-#include "UnicodeText.h"
 #include "qzgp/STR_Cache.h"
 #include "qzhost/HostControls.h"
+#include "qzhost/UnicodeText.h"
 
 namespace {
 

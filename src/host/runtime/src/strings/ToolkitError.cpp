@@ -1,7 +1,7 @@
 // Toolkit errors raised with a localised message.
 #include "LocalizedKey.h"
-#include "UnicodeText.h"
 #include "kitcore/config/Error.h"
+#include "qzhost/UnicodeText.h"
 
 namespace kitcore::config {
 

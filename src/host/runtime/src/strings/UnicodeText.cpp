@@ -1,4 +1,4 @@
-#include "UnicodeText.h"
+#include "qzhost/UnicodeText.h"
 
 #include <stdexcept>
 

@@ -12,7 +12,7 @@ TabFrame::TabFrame() = default;
 TabFrame::~TabFrame() = default;
 
 bool TabFrame::UI_IsVisible() const {
-    return shownAnswer && (stacked || front) && UI_Node::UI_IsVisible();
+    return CountsAsVisible(shownAnswer, front, stacked) && UI_Node::UI_IsVisible();
 }
 
 WorkspaceModel& WorkspaceModel::Get() {
@@ -76,7 +76,7 @@ TabPanel* WorkspaceModel::Panel(const std::string& tab_type) const {
 
 bool WorkspaceModel::IsVisible(const std::string& tab_type) const {
     TabFrame* frame = Frame(tab_type);
-    return frame != nullptr && frame->shownAnswer && (frame->stacked || frame->front);
+    return frame != nullptr && CountsAsVisible(frame->shownAnswer, frame->front, frame->stacked);
 }
 
 void WorkspaceModel::NotifyIfBecameVisible(const std::string& tab_type, bool was_visible) {

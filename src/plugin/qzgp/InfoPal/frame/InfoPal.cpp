@@ -52,12 +52,8 @@ InfoPal::InfoPal(QZ_BasicSuiteTable* basic, QZGP_PluginID plugin_id)
 
 InfoPal::~InfoPal() {
     if (QZWorkspace::Exists()) {
-        bool front = false;
-        if (WorkspaceUtils::TabIsShown(kInfoTabType, &front)) {
-            auto* tab = WorkspaceUtils::FindFirstTabOfType(kInfoTabType, nullptr);
-            if ((tab != nullptr && tab->InStackedFrame()) || front) {
-                WorkspaceUtils::ToggleTabState(kInfoTabType, 0);
-            }
+        if (IsTabShown(kInfoTabType, true)) {
+            WorkspaceUtils::ToggleTabState(kInfoTabType, 0);
         }
         QZWorkspace::Get()->UnregisterTabCreator(kInfoTabType);
     }

@@ -46,7 +46,6 @@ public:
         }
         return *suite_;
     }
-    const SuiteT* get() const noexcept { return suite_; }
 
 private:
     QZ_BasicSuiteTable* basic_ = nullptr;

@@ -115,11 +115,7 @@ private:
     PF_PixelFloat pixel_{0, 0, 0, 0};
     M_Vector2T<double> position_{0, 0};
     M_Vector2T<double> origin_{0, 0};
-    PF_PixelFloat previousPixel_{0, 0, 0, 0};
-    M_Vector2T<double> previousPosition_{0, 0};
-    M_Vector2T<double> previousOrigin_{0, 0};
     std::uint16_t mode_ = 0;
-    std::uint16_t previousMode_ = 0;
 };
 
 } // namespace infopal

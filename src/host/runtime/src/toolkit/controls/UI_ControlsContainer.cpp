@@ -8,10 +8,10 @@
 #include <map>
 #include <typeinfo>
 
-#include "../../strings/UnicodeText.h"
 #include "../layout/PropertyMap.h"
 #include "kitcore/config/Error.h"
 #include "kitui/controls/UI_ControlFactory.h"
+#include "qzhost/UnicodeText.h"
 
 namespace kitui::controls {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "../../strings/UnicodeText.h"
 #include "DrawingObjects.h"
 #include "qzhost/ToolkitSettings.h"
+#include "qzhost/UnicodeText.h"
 
 namespace qzhost::inkwell {
 
