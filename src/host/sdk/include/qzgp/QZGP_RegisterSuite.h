@@ -44,6 +44,5 @@ struct QZGP_RegisterSuite6 {
     void (*reserved7)();
     void (*reserved8)();
     /// 9th. QZ_UI_THREAD
-    QZ_Err (*RegisterIdleHook)(QZGP_PluginID plugin_id, QZGP_IdleHook hook,
-                               QZGP_HookRefcon refcon);
+    QZ_Err (*RegisterIdleHook)(QZGP_PluginID plugin_id, QZGP_IdleHook hook, QZGP_HookRefcon refcon);
 };

@@ -44,13 +44,13 @@ struct QZ_InfoPaletteSuite2 {
     /// 5. QZ_UI_THREAD A rotation and its change.
     QZ_Err (*ShowRotationReadout)(QZ_Narrow name, float value, float delta);
     /// 6. QZ_UI_THREAD Three angles and their changes; `orientation` wraps them.
-    QZ_Err (*ShowOrientationReadout)(QZ_Narrow name, bool orientation, double x, double y,
-                                     double z, double dx, double dy, double dz);
+    QZ_Err (*ShowOrientationReadout)(QZ_Narrow name, bool orientation, double x, double y, double z,
+                                     double dx, double dy, double dz);
     /// 7. QZ_UI_THREAD
     QZ_Err (*ShowPositionReadout2D)(QZ_Narrow name, float x, float y, float dx, float dy);
     /// 8. QZ_UI_THREAD
-    QZ_Err (*ShowPositionReadout3D)(QZ_Narrow name, float x, float y, float z, float dx,
-                                    float dy, float dz);
+    QZ_Err (*ShowPositionReadout3D)(QZ_Narrow name, float x, float y, float z, float dx, float dy,
+                                    float dz);
     /// 9. QZ_UI_THREAD
     QZ_Err (*ShowPointReadout2D)(QZ_Narrow name, QZ_Narrow label, float x, float y, float dx,
                                  float dy);

@@ -11,7 +11,6 @@ namespace kitcore::threads {
 /// before it, when the host's main loop next drains its queue. `options` must be 0.
 /// Returns whether the call was queued. An integer that the call throws is recorded
 /// by the main loop as the call's failure code.
-QZ_HOST_API bool AsyncCallFromMainThread(const boost::function<void()>& call,
-                                         unsigned int options);
+QZ_HOST_API bool AsyncCallFromMainThread(const boost::function<void()>& call, unsigned int options);
 
 } // namespace kitcore::threads
