@@ -5,4 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh
 bash scripts/build.sh default
-./build/default/bin/qzhost script samples/demo.jsonl
+# Run from the build folder so that the panel picture lands there.
+cd build/default
+./bin/qzhost script ../../samples/demo.jsonl
+echo "The panel as drawn: build/default/infopal-panel.png"
