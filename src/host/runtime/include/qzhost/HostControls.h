@@ -77,6 +77,11 @@ public:
     /// Throws when a throw is injected for the operation.
     void ThrowIfInjected(std::string_view operation) const;
 
+    /// The open project's depth (0 8-bit, 1 16-bit, 2 float); nullopt when no project is
+    /// open.
+    void SetProjectDepth(std::optional<std::int8_t> depth) noexcept { projectDepth_ = depth; }
+    std::optional<std::int8_t> ProjectDepth() const noexcept { return projectDepth_; }
+
     /// The UI scale factor of the host's views.
     void SetUIScale(double scale) noexcept { uiScale_ = scale; }
     double UIScale() const noexcept { return uiScale_; }
@@ -118,6 +123,7 @@ private:
     std::vector<std::pair<std::string, std::int32_t>> missing_;
     std::vector<std::pair<std::string, QZ_Err>> errors_;
     std::vector<std::pair<std::string, std::string>> throws_;
+    std::optional<std::int8_t> projectDepth_ = 0;
     double uiScale_ = 1.0;
     std::int32_t runMode_ = 0;
     int runModeQueries_ = 0;

@@ -53,6 +53,7 @@ void HostControls::Reset() {
     missing_.clear();
     errors_.clear();
     throws_.clear();
+    projectDepth_ = 0;
     uiScale_ = 1.0;
     runMode_ = 0;
     runModeQueries_ = 0;

@@ -23,4 +23,10 @@ bool TabPanel::InStackedFrame() const {
     return frame != nullptr && frame->stacked;
 }
 
+void TabPanel::PopulateFlyoutMenu(FlyoutMenu& /*menu*/) {}
+
+bool TabPanel::DoFlyoutMenuCommand(std::int32_t /*command*/) {
+    return false;
+}
+
 } // namespace kitworkspace::workspace

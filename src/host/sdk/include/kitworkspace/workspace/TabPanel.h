@@ -6,6 +6,7 @@
 
 #include "kitcore/utility/UTF16String.h"
 #include "kitui/ui/OS_Window.h"
+#include "kitworkspace/workspace/FlyoutMenu.h"
 
 namespace kitworkspace::workspace {
 
@@ -39,6 +40,12 @@ public:
 
     /// QZ_UI_THREAD Whether the panel's frame holds a stack of tabs.
     bool InStackedFrame() const;
+
+    /// QZ_UI_THREAD Fills the menu behind the panel's tab; by default it stays as it is.
+    virtual void PopulateFlyoutMenu(FlyoutMenu& menu);
+    /// QZ_UI_THREAD Carries out the command of the flyout item the user chose; returns
+    /// whether the panel handled it (by default it does not).
+    virtual bool DoFlyoutMenuCommand(std::int32_t command);
 
 private:
     std::string tabType_;
