@@ -3,6 +3,7 @@
 // Settings are main-thread state; the report list is the only thing read back.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -46,7 +47,8 @@ public:
     static HostControls& Get();
 
     /// Back to the default host: en_US, UTF-8, byte 0, a workspace, every suite, no
-    /// injected errors, report result 1, nothing reported.
+    /// injected errors, report result 1, nothing reported, no warnings, an identity
+    /// monitor transform and a new, empty preference file private to the process.
     void Reset();
 
     // Locale and code page (used by the string services).
@@ -57,6 +59,7 @@ public:
     const std::string& Codepage() const noexcept { return codepage_; }
 
     void SetUISuppressed(std::uint8_t byte) noexcept { uiSuppressed_ = byte; }
+    /// Any thread.
     std::uint8_t UISuppressed() const noexcept { return uiSuppressed_; }
 
     void SetWorkspaceExists(bool exists) noexcept { workspace_ = exists; }
@@ -108,6 +111,13 @@ public:
     QZ_Err Report(const std::string& message);
     const std::vector<std::string>& Reported() const noexcept { return reported_; }
 
+    /// Records a problem that the host met and worked around (for example a preference
+    /// file that could not be read); the host program prints these on standard error.
+    /// Not a report: U_TranslateAndReportException never sees them.
+    void Warn(const std::string& message);
+    /// The warnings recorded since the last call; the list is empty afterwards.
+    std::vector<std::string> TakeWarnings();
+
     /// Records a breach of the host's calling contract, such as a [ui-thread] operation
     /// called from another thread. Safe from any thread.
     void RecordViolation(const std::string& what);
@@ -118,7 +128,7 @@ private:
     HostControls();
     std::string locale_;
     std::string codepage_;
-    std::uint8_t uiSuppressed_ = 0;
+    std::atomic<std::uint8_t> uiSuppressed_ = 0;
     bool workspace_ = true;
     std::vector<std::pair<std::string, std::int32_t>> missing_;
     std::vector<std::pair<std::string, QZ_Err>> errors_;
@@ -131,6 +141,7 @@ private:
     std::vector<short> refreshWindows_;
     QZ_Err reportResult_ = 1;
     std::vector<std::string> reported_;
+    std::vector<std::string> warnings_;
     std::vector<std::string> violations_;
 };
 

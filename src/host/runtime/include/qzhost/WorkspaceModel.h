@@ -1,13 +1,23 @@
 // The reference host's docking workspace: tab creators by tab type, and at most one open
 // tab per type, each in a frame of its own with the three answers that the panel's
 // visibility rests on.
+//
+// Threads: the visibility queries (TabIsShown, Panel, InStackedFrame, State, Frame) may be
+// asked from any thread; they read the open tabs and their answers under the model's lock,
+// never the node tree. Everything else is main-thread work, and the main thread is the
+// only one that changes the tabs (always under the lock). Panels are created and destroyed
+// outside the lock, so that a panel may ask the queries while it is built or torn down.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "kitworkspace/workspace/FlyoutMenu.h"
 #include "kitworkspace/workspace/Workspace.h"
 
 namespace qzhost {
@@ -18,7 +28,8 @@ inline bool CountsAsVisible(bool shown, bool front, bool stacked) {
     return shown && (stacked || front);
 }
 
-/// The frame that holds a tab. It owns the panel as its one child.
+/// The frame that holds a tab. It owns the panel as its one child. Its three answers are
+/// written by the workspace model only, under the model's lock.
 class QZ_HOST_API TabFrame : public kitui::ui::UI_Node {
 public:
     TabFrame();
@@ -40,6 +51,24 @@ struct TabState {
     bool Visible() const { return CountsAsVisible(shown, front, stacked); }
 };
 
+/// What the panel's flyout menu handler gave: `panel` false when there was no panel to
+/// ask. `thrown` is set when the handler threw: the code that the host's wrapper returns
+/// (an integer thrown is that code; a std::exception is reported through
+/// U_TranslateAndReportException and gives its result; anything else QZ_Err_GENERIC).
+struct FlyoutMenuResult {
+    bool panel = false;
+    /// The items as the panel left them; none when the handler threw.
+    std::vector<kitworkspace::workspace::FlyoutMenu::Item> items;
+    std::optional<QZ_Err> thrown;
+};
+
+struct FlyoutCommandResult {
+    bool panel = false;
+    /// The panel's answer; false when there was no panel or the handler threw.
+    bool handled = false;
+    std::optional<QZ_Err> thrown;
+};
+
 class QZ_HOST_API WorkspaceModel : public kitworkspace::workspace::Workspace {
 public:
     static WorkspaceModel& Get();
@@ -53,8 +82,9 @@ public:
     std::vector<std::string> CreatorTypes() const;
     bool HasCreator(const std::string& tab_type) const;
 
-    /// The open panel of the type, or null.
+    /// Any thread. The open panel of the type, or null.
     kitworkspace::workspace::TabPanel* Panel(const std::string& tab_type) const;
+    /// Any thread. The frame of the type's tab, or null.
     TabFrame* Frame(const std::string& tab_type) const;
 
     // What the user does (host script "workspace" actions).
@@ -71,25 +101,46 @@ public:
     /// Sets the three answers of an existing tab.
     void SetAnswers(const std::string& tab_type, bool shown, bool front, bool stacked);
 
+    /// Any thread.
     TabState State(const std::string& tab_type) const;
 
-    // The answers behind WorkspaceUtils.
+    // The answers behind WorkspaceUtils and TabPanel.
+    /// Any thread. Whether the type's tab is open in a shown frame; `*front` (when not
+    /// null) gets whether it is the front tab of its frame, and is left alone otherwise.
     bool TabIsShown(const std::string& tab_type, bool* front) const;
+    /// Any thread. Whether `panel` is an open panel whose frame holds a stack of tabs.
+    bool InStackedFrame(const kitworkspace::workspace::TabPanel* panel) const;
     void Toggle(const std::string& tab_type);
+
+    // The menu behind the tab, as the user opens it and picks an item.
+    /// Builds the flyout menu of the type's panel afresh: an empty menu that the panel
+    /// populates.
+    FlyoutMenuResult PopulateFlyoutMenu(const std::string& tab_type);
+    /// Hands `command` to the panel's flyout command handler.
+    FlyoutCommandResult DoFlyoutMenuCommand(const std::string& tab_type, std::int32_t command);
 
     /// The default bounds of a new panel (0, 0, 206, 114 until a resize changes them).
     void SetNewPanelBounds(const kitui::ui::RectT<float>& bounds) { newBounds_ = bounds; }
     kitui::ui::RectT<float> NewPanelBounds() const noexcept { return newBounds_; }
 
 private:
+    // An open tab: its frame, and its panel once the creator has made it.
+    struct Tab {
+        TabFrame* frame = nullptr;
+        kitworkspace::workspace::TabPanel* panel = nullptr;
+    };
+
     WorkspaceModel();
     void Create(const std::string& tab_type);
     void NotifyIfBecameVisible(const std::string& tab_type, bool was_visible);
     bool IsVisible(const std::string& tab_type) const;
+    // Sets the answers of an open tab under the lock; false when the tab is not open.
+    bool WriteAnswers(const std::string& tab_type, bool shown, bool front, bool stacked);
 
     kitui::ui::UI_Node root_;
     std::map<std::string, std::unique_ptr<kitworkspace::workspace::TabCreator>> creators_;
-    std::map<std::string, TabFrame*> frames_;
+    mutable std::mutex mutex_; // guards tabs_ and the answers of their frames
+    std::map<std::string, Tab> tabs_;
     kitui::ui::RectT<float> newBounds_{0, 0, 206, 114};
 };
 

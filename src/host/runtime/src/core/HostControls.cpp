@@ -8,6 +8,8 @@
 
 #include "host/COakApp.h"
 #include "qzhost/MainLoop.h"
+#include "qzhost/MonitorProfile.h"
+#include "qzhost/PreferenceFile.h"
 
 namespace qzhost {
 
@@ -62,6 +64,9 @@ void HostControls::Reset() {
     refreshWindows_.clear();
     reportResult_ = 1;
     reported_.clear();
+    warnings_.clear();
+    SetMonitorProfile(std::nullopt);
+    UsePrivatePreferenceFile();
     std::lock_guard lock(ViolationMutex());
     violations_.clear();
 }
@@ -158,6 +163,16 @@ void HostControls::SetAlerts(bool a1, bool a2, bool a3, bool a4) noexcept {
     G_msg2_redB = a2 ? 1 : 0;
     G_msg3_redB = a3 ? 1 : 0;
     G_msg4_redB = a4 ? 1 : 0;
+}
+
+void HostControls::Warn(const std::string& message) {
+    warnings_.push_back(message);
+}
+
+std::vector<std::string> HostControls::TakeWarnings() {
+    std::vector<std::string> taken;
+    taken.swap(warnings_);
+    return taken;
 }
 
 void HostControls::RecordViolation(const std::string& what) {

@@ -1,4 +1,5 @@
-// "QZGP Utility Suite" versions 7 and 13: the ui-suppressed queries.
+// "QZGP Utility Suite" versions 7 and 13: the ui-suppressed queries, which any thread may
+// ask (the byte is atomic; injected errors are set between calls, never during one).
 #include "qzgp/QZGP_UtilitySuite.h"
 #include "qzhost/HostControls.h"
 
@@ -7,7 +8,6 @@ namespace qzhost {
 namespace {
 
 QZ_Err GetUISuppressed7(std::uint8_t* suppressed) {
-    RequireUIThread("GetUISuppressed (Utility 7)");
     if (suppressed == nullptr) {
         return QZ_Err_NULL_ARGUMENT;
     }
@@ -16,7 +16,6 @@ QZ_Err GetUISuppressed7(std::uint8_t* suppressed) {
 }
 
 QZ_Err GetUISuppressed13(std::uint8_t* suppressed) {
-    RequireUIThread("GetUISuppressed (Utility 13)");
     if (QZ_Err err = HostControls::Get().InjectedError(op::kUISuppressedQuery)) {
         return err;
     }

@@ -19,8 +19,9 @@ void TabPanel::SetTabType(const char* tab_type) {
 }
 
 bool TabPanel::InStackedFrame() const {
-    const auto* frame = dynamic_cast<const qzhost::TabFrame*>(UI_GetParent());
-    return frame != nullptr && frame->stacked;
+    // Answered from the workspace's tab list, not from the node tree, so that any thread
+    // may ask.
+    return qzhost::WorkspaceModel::Get().InStackedFrame(this);
 }
 
 void TabPanel::PopulateFlyoutMenu(FlyoutMenu& /*menu*/) {}

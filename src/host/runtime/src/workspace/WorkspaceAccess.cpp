@@ -1,5 +1,6 @@
 // The application's workspace access (QZWorkspace) and the workspace utilities, answered
-// by the reference host's workspace model.
+// by the reference host's workspace model. The two queries take the model's lock and may
+// be asked from any thread.
 #include "kitworkspace/workspace/Workspace.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/WorkspaceModel.h"
@@ -9,7 +10,6 @@ namespace kitworkspace::workspace {
 Workspace::~Workspace() = default;
 
 bool WorkspaceUtils::TabIsShown(const char* tab_type, bool* front) {
-    qzhost::RequireUIThread("WorkspaceUtils::TabIsShown");
     if (tab_type == nullptr) {
         return false;
     }
@@ -17,7 +17,6 @@ bool WorkspaceUtils::TabIsShown(const char* tab_type, bool* front) {
 }
 
 TabPanel* WorkspaceUtils::FindFirstTabOfType(const char* tab_type, const void*) {
-    qzhost::RequireUIThread("WorkspaceUtils::FindFirstTabOfType");
     if (tab_type == nullptr) {
         return nullptr;
     }

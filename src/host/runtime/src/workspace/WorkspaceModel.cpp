@@ -1,9 +1,11 @@
 #include "qzhost/WorkspaceModel.h"
 
+#include "PanelHandlerCall.h"
 #include "qzhost/HostControls.h"
 
 namespace qzhost {
 
+using kitworkspace::workspace::FlyoutMenu;
 using kitworkspace::workspace::TabCreator;
 using kitworkspace::workspace::TabPanel;
 using kitworkspace::workspace::TabPanelCreationArgs;
@@ -12,6 +14,7 @@ TabFrame::TabFrame() = default;
 TabFrame::~TabFrame() = default;
 
 bool TabFrame::UI_IsVisible() const {
+    // The answers change on the main thread only, which is where nodes are drawn.
     return CountsAsVisible(shownAnswer, front, stacked) && UI_Node::UI_IsVisible();
 }
 
@@ -24,8 +27,16 @@ WorkspaceModel::WorkspaceModel() = default;
 
 void WorkspaceModel::Reset() {
     // Panels first: a panel's teardown may still ask the workspace about its tab.
-    while (!frames_.empty()) {
-        Close(frames_.begin()->first);
+    for (;;) {
+        std::string first;
+        {
+            std::lock_guard lock(mutex_);
+            if (tabs_.empty()) {
+                break;
+            }
+            first = tabs_.begin()->first;
+        }
+        Close(first);
     }
     creators_.clear();
     newBounds_ = {0, 0, 206, 114};
@@ -62,21 +73,32 @@ bool WorkspaceModel::HasCreator(const std::string& tab_type) const {
 }
 
 TabFrame* WorkspaceModel::Frame(const std::string& tab_type) const {
-    auto it = frames_.find(tab_type);
-    return it == frames_.end() ? nullptr : it->second;
+    std::lock_guard lock(mutex_);
+    auto it = tabs_.find(tab_type);
+    return it == tabs_.end() ? nullptr : it->second.frame;
 }
 
 TabPanel* WorkspaceModel::Panel(const std::string& tab_type) const {
-    TabFrame* frame = Frame(tab_type);
-    if (frame == nullptr || frame->UI_GetChildCount() == 0) {
-        return nullptr;
-    }
-    return dynamic_cast<TabPanel*>(frame->UI_GetChild(0));
+    std::lock_guard lock(mutex_);
+    auto it = tabs_.find(tab_type);
+    return it == tabs_.end() ? nullptr : it->second.panel;
 }
 
 bool WorkspaceModel::IsVisible(const std::string& tab_type) const {
-    TabFrame* frame = Frame(tab_type);
-    return frame != nullptr && CountsAsVisible(frame->shownAnswer, frame->front, frame->stacked);
+    return State(tab_type).Visible();
+}
+
+bool WorkspaceModel::WriteAnswers(const std::string& tab_type, bool shown, bool front,
+                                  bool stacked) {
+    std::lock_guard lock(mutex_);
+    auto it = tabs_.find(tab_type);
+    if (it == tabs_.end()) {
+        return false;
+    }
+    it->second.frame->shownAnswer = shown;
+    it->second.frame->front = front;
+    it->second.frame->stacked = stacked;
+    return true;
 }
 
 void WorkspaceModel::NotifyIfBecameVisible(const std::string& tab_type, bool was_visible) {
@@ -97,23 +119,36 @@ void WorkspaceModel::Create(const std::string& tab_type) {
     TabFrame* frame_ptr = frame.get();
     frame->UI_SetBounds(newBounds_);
     root_.UI_AddChild(std::move(frame));
-    frames_[tab_type] = frame_ptr;
+    {
+        // The tab is open (with no panel yet) while its creator runs.
+        std::lock_guard lock(mutex_);
+        tabs_[tab_type] = Tab{frame_ptr, nullptr};
+    }
+    const auto forget = [&] {
+        {
+            std::lock_guard lock(mutex_);
+            tabs_.erase(tab_type);
+        }
+        root_.UI_RemoveChild(frame_ptr);
+    };
 
     TabPanel* panel = nullptr;
     const TabPanelCreationArgs args{};
     try {
         creator->second->CreateAndTag(&panel, frame_ptr, &args);
     } catch (...) {
-        frames_.erase(tab_type);
-        root_.UI_RemoveChild(frame_ptr);
+        forget();
         throw;
     }
     if (panel == nullptr) {
-        frames_.erase(tab_type);
-        root_.UI_RemoveChild(frame_ptr);
+        forget();
         return;
     }
     frame_ptr->UI_AddChild(std::unique_ptr<kitui::ui::UI_Node>(panel));
+    {
+        std::lock_guard lock(mutex_);
+        tabs_[tab_type].panel = panel;
+    }
     panel->UI_SetBounds(newBounds_);
     NotifyIfBecameVisible(tab_type, false);
 }
@@ -125,28 +160,30 @@ void WorkspaceModel::Open(const std::string& tab_type) {
 }
 
 void WorkspaceModel::Close(const std::string& tab_type) {
-    TabFrame* frame = Frame(tab_type);
-    if (frame == nullptr) {
-        return;
+    TabFrame* frame = nullptr;
+    {
+        std::lock_guard lock(mutex_);
+        auto it = tabs_.find(tab_type);
+        if (it == tabs_.end()) {
+            return;
+        }
+        frame = it->second.frame;
+        tabs_.erase(it);
     }
-    frames_.erase(tab_type);
-    // The panel's destructor runs here; it may call back into the workspace, which no
-    // longer lists the tab.
+    // The panel's destructor runs here, outside the lock; it may call back into the
+    // workspace, which no longer lists the tab.
     root_.UI_RemoveChild(frame);
 }
 
 void WorkspaceModel::Hide(const std::string& tab_type) {
-    if (TabFrame* frame = Frame(tab_type)) {
-        frame->shownAnswer = false;
-    }
+    const TabState state = State(tab_type);
+    WriteAnswers(tab_type, false, state.front, state.stacked);
 }
 
 void WorkspaceModel::Show(const std::string& tab_type) {
-    if (TabFrame* frame = Frame(tab_type)) {
-        const bool was = IsVisible(tab_type);
-        frame->shownAnswer = true;
-        frame->front = true;
-        NotifyIfBecameVisible(tab_type, was);
+    const TabState state = State(tab_type);
+    if (WriteAnswers(tab_type, true, true, state.stacked)) {
+        NotifyIfBecameVisible(tab_type, state.Visible());
     }
 }
 
@@ -159,32 +196,45 @@ void WorkspaceModel::Restore(const std::string& tab_type) {
 }
 
 void WorkspaceModel::SetAnswers(const std::string& tab_type, bool shown, bool front, bool stacked) {
-    if (TabFrame* frame = Frame(tab_type)) {
-        const bool was = IsVisible(tab_type);
-        frame->shownAnswer = shown;
-        frame->front = front;
-        frame->stacked = stacked;
+    const bool was = IsVisible(tab_type);
+    if (WriteAnswers(tab_type, shown, front, stacked)) {
         NotifyIfBecameVisible(tab_type, was);
     }
 }
 
 TabState WorkspaceModel::State(const std::string& tab_type) const {
-    TabFrame* frame = Frame(tab_type);
-    if (frame == nullptr) {
+    std::lock_guard lock(mutex_);
+    auto it = tabs_.find(tab_type);
+    if (it == tabs_.end()) {
         return {};
     }
-    return {Panel(tab_type) != nullptr, frame->shownAnswer, frame->front, frame->stacked};
+    const TabFrame& frame = *it->second.frame;
+    return {it->second.panel != nullptr, frame.shownAnswer, frame.front, frame.stacked};
 }
 
 bool WorkspaceModel::TabIsShown(const std::string& tab_type, bool* front) const {
-    TabFrame* frame = Frame(tab_type);
-    if (frame == nullptr || !frame->shownAnswer) {
+    std::lock_guard lock(mutex_);
+    auto it = tabs_.find(tab_type);
+    if (it == tabs_.end() || !it->second.frame->shownAnswer) {
         return false;
     }
     if (front != nullptr) {
-        *front = frame->front;
+        *front = it->second.frame->front;
     }
     return true;
+}
+
+bool WorkspaceModel::InStackedFrame(const TabPanel* panel) const {
+    if (panel == nullptr) {
+        return false;
+    }
+    std::lock_guard lock(mutex_);
+    for (const auto& [type, tab] : tabs_) {
+        if (tab.panel == panel) {
+            return tab.frame->stacked;
+        }
+    }
+    return false;
 }
 
 void WorkspaceModel::Toggle(const std::string& tab_type) {
@@ -195,6 +245,37 @@ void WorkspaceModel::Toggle(const std::string& tab_type) {
     } else {
         Create(tab_type);
     }
+}
+
+FlyoutMenuResult WorkspaceModel::PopulateFlyoutMenu(const std::string& tab_type) {
+    RequireUIThread("WorkspaceModel::PopulateFlyoutMenu");
+    FlyoutMenuResult result;
+    TabPanel* panel = Panel(tab_type);
+    if (panel == nullptr) {
+        return result;
+    }
+    result.panel = true;
+    FlyoutMenu menu;
+    result.thrown = CallPanelHandler([&] { panel->PopulateFlyoutMenu(menu); });
+    if (!result.thrown) {
+        result.items = menu.GetItems();
+    }
+    return result;
+}
+
+FlyoutCommandResult WorkspaceModel::DoFlyoutMenuCommand(const std::string& tab_type,
+                                                        std::int32_t command) {
+    RequireUIThread("WorkspaceModel::DoFlyoutMenuCommand");
+    FlyoutCommandResult result;
+    TabPanel* panel = Panel(tab_type);
+    if (panel == nullptr) {
+        return result;
+    }
+    result.panel = true;
+    bool handled = false;
+    result.thrown = CallPanelHandler([&] { handled = panel->DoFlyoutMenuCommand(command); });
+    result.handled = !result.thrown && handled;
+    return result;
 }
 
 } // namespace qzhost

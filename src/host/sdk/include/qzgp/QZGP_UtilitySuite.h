@@ -16,13 +16,13 @@ using QZGP_UISuppressedQuery = QZ_Err (*)(std::uint8_t* suppressed);
 
 struct QZGP_UtilitySuite7 {
     QZGP_UtilityReserved reserved[22]; // 1st to 22nd: not offered (null)
-    /// 23rd. QZ_UI_THREAD
+    /// 23rd. QZ_ANY_THREAD
     QZGP_UISuppressedQuery GetUISuppressed;
 };
 
 struct QZGP_UtilitySuite13 {
     QZGP_UtilityReserved reserved[24]; // 1st to 24th: not offered (null)
-    /// 25th. QZ_UI_THREAD
+    /// 25th. QZ_ANY_THREAD
     QZGP_UISuppressedQuery GetUISuppressed;
 };
 

@@ -38,7 +38,7 @@ public:
     std::uint32_t GetCreationFlags() const noexcept { return creationFlags_; }
     std::uint32_t GetOptions() const noexcept { return options_; }
 
-    /// QZ_UI_THREAD Whether the panel's frame holds a stack of tabs.
+    /// QZ_ANY_THREAD Whether the panel's frame holds a stack of tabs.
     bool InStackedFrame() const;
 
     /// QZ_UI_THREAD Fills the menu behind the panel's tab; by default it stays as it is.

@@ -17,10 +17,12 @@ public:
 
 class QZ_HOST_API WorkspaceUtils {
 public:
-    /// QZ_UI_THREAD Whether a tab of the type is open in a frame that is shown;
+    /// QZ_ANY_THREAD Whether a tab of the type is open in a frame that is shown;
     /// `*front` is set to whether it is the front tab of its frame.
     static bool TabIsShown(const char* tab_type, bool* front);
-    /// QZ_UI_THREAD The first open panel of the type, or null. `reserved` must be null.
+    /// QZ_ANY_THREAD The first open panel of the type, or null. `reserved` must be null.
+    /// Off the UI thread only the pointer may be used (to ask InStackedFrame); the panel
+    /// itself is UI-thread state.
     static TabPanel* FindFirstTabOfType(const char* tab_type, const void* reserved);
     /// QZ_UI_THREAD Closes a shown tab of the type; shows a hidden one; creates one
     /// through the type's creator when there is none. `options` must be 0.
