@@ -1,13 +1,19 @@
 // The "host" op: changes the reference host's settings.
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <functional>
+#include <iostream>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include "qzhost/HostControls.h"
+#include "qzhost/MonitorProfile.h"
+#include "qzhost/PreferenceFile.h"
+#include "qzhost/ToolkitSettings.h"
 #include "script/OpTable.h"
 #include "script/ScriptErrors.h"
 #include "script/Shape.h"
@@ -101,6 +107,49 @@ Change Alerts(const Json& value, const std::string& what) {
     };
 }
 
+/// `null` (no open project) or `{"depth": N}` (an open project of that depth).
+Change Project(const Json& value, const std::string& what) {
+    if (value.is_null()) {
+        return [] { HostControls::Get().SetProjectDepth(std::nullopt); };
+    }
+    if (!value.is_object()) {
+        throw ArgumentError(what + " must be null or {\"depth\": N}");
+    }
+    for (const auto& member : value.items()) {
+        if (member.key() != "depth") {
+            throw ArgumentError("unknown field " + Quoted(member.key()) + " in " + what);
+        }
+    }
+    auto depth_field = value.find("depth");
+    if (depth_field == value.end()) {
+        throw ArgumentError("missing field \"depth\" in " + what);
+    }
+    const auto depth =
+        static_cast<std::int8_t>(AsInteger(*depth_field, what + ".depth", -128, 127));
+    return [depth] { HostControls::Get().SetProjectDepth(depth); };
+}
+
+/// `null` (the identity) or the path of the monitor's ICC profile.
+Change Monitor(const Json& value, const std::string& what) {
+    if (value.is_null()) {
+        return [] { SetMonitorProfile(std::nullopt); };
+    }
+    const std::string path = AsString(value, what);
+    if (path.empty()) {
+        throw ArgumentError(what + " must be null or a path, not \"\"");
+    }
+    return [path] { SetMonitorProfile(std::filesystem::path(path)); };
+}
+
+/// The path of the preference file; it is created when missing.
+Change Prefs(const Json& value, const std::string& what) {
+    const std::string path = AsString(value, what);
+    if (path.empty()) {
+        throw ArgumentError(what + " must be a path, not \"\"");
+    }
+    return [path] { SetPreferenceFile(std::filesystem::path(path)); };
+}
+
 const std::map<std::string, Setting, std::less<>>& Settings() {
     static const std::map<std::string, Setting, std::less<>> settings = {
         {"locale",
@@ -137,6 +186,14 @@ const std::map<std::string, Setting, std::less<>>& Settings() {
              return [suppressed] { HostControls::Get().SetUpdateSuppressed(suppressed); };
          }},
         {"alerts", Alerts},
+        {"project", Project},
+        {"monitor", Monitor},
+        {"prefs", Prefs},
+        {"shaders",
+         [](const Json& value, const std::string& what) -> Change {
+             const bool on = AsBool(value, what);
+             return [on] { ToolkitSettings::Get().SetShaderFills(on); };
+         }},
         {"scale",
          [](const Json& value, const std::string& what) -> Change {
              const double scale = NumberArg(value, what);
@@ -147,12 +204,6 @@ const std::map<std::string, Setting, std::less<>>& Settings() {
          }},
     };
     return settings;
-}
-
-/// Settings of the protocol that this host does not offer yet.
-bool IsPlannedSetting(const std::string& name) {
-    static const std::vector<std::string> planned = {"prefs", "project", "monitor"};
-    return std::find(planned.begin(), planned.end(), name) != planned.end();
 }
 
 Json Host(ScriptSession&, const OpArgs& args) {
@@ -167,9 +218,7 @@ Json Host(ScriptSession&, const OpArgs& args) {
         }
         auto setting = settings.find(name);
         if (setting == settings.end()) {
-            throw ArgumentError(IsPlannedSetting(name)
-                                    ? "setting " + Quoted(name) + " is not supported yet"
-                                    : "unknown setting " + Quoted(name));
+            throw ArgumentError("unknown setting " + Quoted(name));
         }
         changes.emplace_back(name, setting->second(member.value(), Quoted(name)));
     }
@@ -179,7 +228,16 @@ Json Host(ScriptSession&, const OpArgs& args) {
         } catch (const std::invalid_argument& error) {
             // The host refuses the value itself, e.g. a code page that it does not know.
             throw ArgumentError(Quoted(name) + ": " + error.what());
+        } catch (const std::runtime_error& error) {
+            // A file that the setting names cannot be used: a monitor profile that cannot
+            // be read, a preference file that can neither be read nor created.
+            throw ArgumentError(Quoted(name) + ": " + error.what());
         }
+    }
+    // Problems that the host worked around, such as an unreadable preference file that
+    // it set aside, are worth a diagnostic.
+    for (const std::string& warning : HostControls::Get().TakeWarnings()) {
+        std::cerr << "qzhost script: warning: " << warning << '\n';
     }
     return OpOutput(args);
 }

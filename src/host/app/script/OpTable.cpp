@@ -28,6 +28,8 @@ const OpTable& ScriptOps() {
         AddRunMainOps(ops);
         AddCallOps(ops);
         AddResizeOps(ops);
+        AddFlyoutOps(ops);
+        AddPrefsOps(ops);
         return ops;
     }();
     return table;

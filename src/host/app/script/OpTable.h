@@ -43,5 +43,7 @@ void AddHostStateOps(OpTable& table); // host_state
 void AddRunMainOps(OpTable& table);   // run_main
 void AddCallOps(OpTable& table);      // call
 void AddResizeOps(OpTable& table);    // resize
+void AddFlyoutOps(OpTable& table);    // flyout, flyout_command
+void AddPrefsOps(OpTable& table);     // prefs
 
 } // namespace qzhost::script
