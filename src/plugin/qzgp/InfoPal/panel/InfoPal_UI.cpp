@@ -1,14 +1,28 @@
 #include "InfoPal/panel/InfoPal_UI.h"
 
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+
 #include <boost/bind/bind.hpp>
+#include <boost/make_shared.hpp>
+#include <boost/weak_ptr.hpp>
 
 #include "InfoPal/controls/UI_SwatchRect.h"
 #include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/frame/TabVisibility.h"
 #include "InfoPal/panel/ControlCreators.h"
+#include "InfoPal/readout/ChannelValueText.h"
+#include "InfoPal/readout/ReadoutNumbers.h"
 #include "host/COakApp.h"
+#include "host/MonitorTransform.h"
+#include "host/PREF_Preferences.h"
 #include "host/U_Utility.h"
 #include "kitcore/threads/MainThreadQueue.h"
+#include "kitcore/utility/NumberText.h"
+#include "kitui/controls/UI_MessageHandler.h"
+#include "kitui/utility/EDB_Image.h"
 
 namespace infopal {
 
@@ -26,7 +40,79 @@ constexpr const char* kLayoutTypeKey = "$$$/QZ/Plugin/InfoPal/layout_file_type=x
 constexpr std::size_t kAlertColorID = 10076;
 
 // The pixel display mode whose labels are hue, saturation and brightness.
-constexpr std::uint16_t kModeHSB = 7;
+constexpr std::uint16_t kModeHSB = pixel_mode::kHSB;
+
+// Where the colour notation is kept in the host's text preference file.
+constexpr const char* kPrefSection = "Misc Section";
+constexpr const char* kPrefKey = "Info Palette Pixel Display";
+
+// What the application redraws after the notation changed.
+constexpr short kRefreshAfterModeChange = -32766; // 0x8002
+
+// The crosshair picture of control 2.
+constexpr const char* kCrosshairPicture = "InfoCrosshairs_Sm";
+
+struct FlyoutItem {
+    const char* text; // localised key
+    std::int32_t command;
+    PixelDisplayMode mode;
+};
+
+// The flyout menu, top to bottom. The commands follow the menu; the modes do not.
+constexpr FlyoutItem kFlyoutItems[] = {
+    {"$$$/QZ/Plugin/InfoPal/AutoColorDisplay=Auto Color Display", 50, pixel_mode::kAuto},
+    {"$$$/QZ/Plugin/InfoPal/Percent=Percent", 51, pixel_mode::kPercent},
+    {"$$$/QZ/Plugin/InfoPal/Web=Web", 52, pixel_mode::kWeb},
+    {"$$$/QZ/Plugin/InfoPal/Hsb=HSB", 53, pixel_mode::kHSB},
+    {"$$$/QZ/Plugin/InfoPal/8bpc=8-bpc (0-255)", 54, pixel_mode::kBpc8},
+    {"$$$/QZ/Plugin/InfoPal/10bpc=10-bpc (0-1023)", 55, pixel_mode::kBpc10},
+    {"$$$/QZ/Plugin/InfoPal/16bpc=16-bpc (0-32768)", 56, pixel_mode::kBpc16},
+    {"$$$/QZ/Plugin/InfoPal/Decimal=Decimal (0.0-1.0)", 57, pixel_mode::kDecimal},
+};
+
+void ThrowIfError(QZ_Err err) {
+    if (err != QZ_Err_NONE) {
+        throw err;
+    }
+}
+
+// The notation kept in the preference file, or none when the key is absent. Errors are
+// thrown as their integer codes.
+std::optional<PixelDisplayMode> StoredPixelDisplayMode(PREF_Handle prefs) {
+    bool exists = false;
+    ThrowIfError(PREF_DoesKeyExist(prefs, kPrefSection, kPrefKey, &exists));
+    if (!exists) {
+        return std::nullopt;
+    }
+    long value = 0;
+    ThrowIfError(PREF_GetTextPrefLong(prefs, kPrefSection, kPrefKey, 0, &value));
+    // Kept as it is, without a range check: the low 16 bits.
+    return static_cast<PixelDisplayMode>(static_cast<unsigned long>(value) & 0xFFFFUL);
+}
+
+// A colour channel as the swatch can show it: 0 to 1 (NaN shows as 0).
+float SwatchChannel(float value) {
+    if (!(value > 0.0f)) {
+        return 0.0f;
+    }
+    return value < 1.0f ? value : 1.0f;
+}
+
+// "Not the same" for the change tests of the refresh: NaN is never the same.
+bool Differs(const PF_PixelFloat& a, const PF_PixelFloat& b) {
+    return a.alpha != b.alpha || a.red != b.red || a.green != b.green || a.blue != b.blue;
+}
+bool Differs(const M_Vector2T<double>& a, const M_Vector2T<double>& b) {
+    return a.x != b.x || a.y != b.y;
+}
+
+// Runs a delivery posted from another thread, if the panel still exists.
+void DeliverPixelInfo(const boost::weak_ptr<InfoPal_UI*>& queue, const PF_PixelFloat* pixel,
+                      const M_Vector2T<double>* position, const M_Vector2T<double>* origin) {
+    if (const boost::shared_ptr<InfoPal_UI*> panel = queue.lock()) {
+        (*panel)->UpdatePixelInfo(pixel, position, origin);
+    }
+}
 
 // The width of the horizontal divider is the panel's less this margin.
 constexpr float kDividerMargin = 13.0f;
@@ -84,6 +170,11 @@ InfoPal_UI::InfoPal_UI(kitui::ui::UI_Node* parent,
         plugin->SetFlag(false);
     }
     try {
+        mainThreadQueue_ = boost::make_shared<InfoPal_UI*>(this);
+        if (const auto stored = StoredPixelDisplayMode(PREF_GetPrefHandle(PREF_TYPE_TEXT))) {
+            mode_ = *stored;
+            previousMode_ = *stored;
+        }
         CreateControls();
         (void)LoadLayout(plugin != nullptr ? plugin->GetResourceManager() : nullptr,
                          U_ZStringToUTF16String(kLayoutNameKey),
@@ -100,6 +191,8 @@ InfoPal_UI::InfoPal_UI(kitui::ui::UI_Node* parent,
 }
 
 InfoPal_UI::~InfoPal_UI() {
+    // Deliveries still queued from other threads find no panel from now on.
+    mainThreadQueue_.reset();
     // The plug-in object may be gone already (a hidden panel outlives the death hook):
     // ask for the current one rather than trusting the owner pointer.
     if (InfoPal* plugin = InfoPal::GetPlugin(); plugin != nullptr && plugin->GetPanel() == this) {
@@ -116,9 +209,18 @@ void InfoPal_UI::CreateControls() {
         case ControlPlan::Divider:
             node = CreateDivider();
             break;
-        case ControlPlan::Image:
-            node = CreateStaticImage();
+        case ControlPlan::Image: {
+            auto image = CreateStaticImage();
+            image->SetPictureSupplyHandler(
+                kitui::controls::UI_MakeMessageHandler<kitui::controls::UI_PictureSupplyMessage>(
+                    boost::bind(&InfoPal_UI::SupplyCrosshairPicture, this,
+                                boost::placeholders::_1)));
+            image->SetControlMessageHandler(
+                kitui::controls::UI_MakeMessageHandler<kitui::controls::UI_ControlMessage>(
+                    boost::bind(&InfoPal_UI::HandleControlMessage, this, boost::placeholders::_1)));
+            node = std::move(image);
             break;
+        }
         case ControlPlan::Text: {
             auto text = CreateStaticText();
             if (plan.label != nullptr) {
@@ -340,18 +442,193 @@ void InfoPal_UI::UI_Describe(kitui::ui::UI_Description& out) const {
 void InfoPal_UI::UpdatePixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
                                  const M_Vector2T<double>* origin) {
     if (!U_IsOnUIThread()) {
+        // The pointers travel with the call: what they point to must outlive it.
         (void)kitcore::threads::AsyncCallFromMainThread(
-            boost::bind(&InfoPal_UI::UpdatePixelInfo, this, pixel, position, origin), 0);
+            boost::bind(&DeliverPixelInfo, boost::weak_ptr<InfoPal_UI*>(mainThreadQueue_), pixel,
+                        position, origin),
+            0);
         return;
     }
-    if (position != nullptr) {
-        position_ = *position;
-    }
-    origin_ = origin != nullptr ? *origin : M_Vector2T<double>{0, 0};
+    PixelDelivery delivery;
+    delivery.hasPixel = pixel != nullptr;
+    delivery.hasPosition = position != nullptr;
+    delivery.hasOrigin = origin != nullptr;
     if (pixel != nullptr) {
-        pixel_ = *pixel;
+        delivery.pixel = *pixel;
+    }
+    if (position != nullptr) {
+        delivery.position = *position;
+    }
+    if (origin != nullptr) {
+        delivery.origin = *origin;
+    }
+    if (!IsVisibleForUpdates()) {
+        // Only the latest delivery waits for the panel to be shown again; it is held by
+        // value, since the caller's values need not live that long.
+        pendingPixel_ = boost::bind(&InfoPal_UI::ApplyPixelDelivery, this, delivery);
+        return;
+    }
+    ApplyPixelDelivery(delivery);
+}
+
+void InfoPal_UI::ApplyPixelDelivery(const PixelDelivery& delivery) {
+    if (delivery.hasPosition) {
+        position_ = delivery.position;
+    }
+    origin_ = delivery.hasOrigin ? delivery.origin : M_Vector2T<double>{0, 0};
+    if (delivery.hasPixel) {
+        pixel_ = delivery.pixel;
     }
     displayState_ = DisplayState::PixelReadout;
+    RefreshPixelReadout();
+}
+
+void InfoPal_UI::RefreshPixelReadout() {
+    for (std::size_t number = control::kChannelLabel1; number < control::kChannelLabel1 + 4;
+         ++number) {
+        auto& label = GetControl<UI_StaticText>(number);
+        label.SetValue(ControlLabelText(number, UTF16String()));
+        label.UI_Invalidate();
+    }
+    UpdateSwatch();
+    if (mode_ != previousMode_ || Differs(pixel_, previousPixel_)) {
+        previousMode_ = mode_;
+    }
+    UpdateColorValues(*this, channelText_);
+    previousPixel_ = pixel_;
+    UpdatePositionValues();
+    UpdateOriginValues();
+    previousPosition_ = position_;
+    previousOrigin_ = origin_;
+}
+
+void InfoPal_UI::UpdateSwatch() {
+    auto& swatch = GetControl<kitui::controls::UI_SwatchRect>(control::kSwatch);
+    const kitui::ui::PointT<int> corner = swatch.UI_LocalToGlobal(kitui::ui::PointT<int>{0, 0});
+    PF_PixelFloat shown = pixel_;
+    TransformPixelAtScreenLocation(pixel_, corner.x, corner.y, &shown);
+    // The swatch is opaque whatever the pixel's alpha, and shows the nearest colour that
+    // it can for over-range and negative channels.
+    swatch.color = kitui::inkwell::ColorRGBA{SwatchChannel(shown.red), SwatchChannel(shown.green),
+                                             SwatchChannel(shown.blue), 1.0f};
+    swatch.UI_Invalidate();
+}
+
+void InfoPal_UI::SetNumberField(std::size_t number, std::int32_t value) {
+    char digits[16] = {};
+    std::snprintf(digits, sizeof digits, "%d", static_cast<int>(value));
+    numberText_.assign(digits, digits + std::strlen(digits));
+    auto& field = GetControl<UI_StaticText>(number);
+    field.SetValue(numberText_);
+    field.UI_Invalidate();
+}
+
+void InfoPal_UI::UpdatePositionValues() {
+    SetNumberField(control::kXValue, TruncateToInt32(std::floor(position_.x)));
+    SetNumberField(control::kYValue, TruncateToInt32(std::floor(position_.y)));
+}
+
+void InfoPal_UI::UpdateOriginValues() {
+    const bool changed = Differs(origin_, previousOrigin_);
+    if (changed) {
+        for (std::size_t number : {control::kXPrimeValue, control::kYPrimeValue}) {
+            auto& field = GetControl<UI_StaticText>(number);
+            field.SetValue(UTF16String());
+            field.UI_Show(false);
+            field.UI_Invalidate();
+        }
+    }
+    const bool no_origin = origin_.x == 0.0 && origin_.y == 0.0;
+    if (no_origin) {
+        if (changed) {
+            for (std::size_t number : {control::kXPrimeLabel, control::kYPrimeLabel}) {
+                auto& label = GetControl<UI_StaticText>(number);
+                label.UI_Show(false);
+                label.UI_Invalidate();
+            }
+        }
+        return;
+    }
+    for (std::size_t number : {control::kXPrimeLabel, control::kYPrimeLabel}) {
+        auto& label = GetControl<UI_StaticText>(number);
+        label.UI_Show(true);
+        label.UI_Invalidate();
+    }
+    // The floor of the difference, not the difference of the floors.
+    SetNumberField(control::kXPrimeValue, TruncateToInt32(std::floor(position_.x - origin_.x)));
+    GetControl<UI_StaticText>(control::kXPrimeValue).UI_Show(true);
+    SetNumberField(control::kYPrimeValue, TruncateToInt32(std::floor(position_.y - origin_.y)));
+    GetControl<UI_StaticText>(control::kYPrimeValue).UI_Show(true);
+}
+
+void InfoPal_UI::PopulateFlyoutMenu(kitworkspace::workspace::FlyoutMenu& menu) {
+    menu.RemoveItems(0);
+    for (const FlyoutItem& item : kFlyoutItems) {
+        const std::size_t position = menu.AppendItem(U_ZStringToUTF16String(item.text));
+        menu.SetItemCommand(position, item.command);
+        if (item.mode == mode_) {
+            menu.SetItemChecked(position, true);
+        }
+    }
+}
+
+bool InfoPal_UI::DoFlyoutMenuCommand(std::int32_t command) {
+    for (const FlyoutItem& item : kFlyoutItems) {
+        if (item.command == command) {
+            SetPixelDisplayMode(item.mode);
+            return true;
+        }
+    }
+    return false;
+}
+
+void InfoPal_UI::SetPixelDisplayMode(PixelDisplayMode mode) {
+    PREF_Handle prefs = PREF_GetPrefHandle(PREF_TYPE_TEXT);
+    const PixelDisplayMode stored = StoredPixelDisplayMode(prefs).value_or(pixel_mode::kStored);
+    const PixelDisplayMode chosen = mode == pixel_mode::kStored ? stored : mode;
+    previousMode_ = mode_;
+    mode_ = chosen;
+    // Blank colour fields until the next pixel arrives.
+    pixel_ = PF_PixelFloat{0, 0, 0, 0};
+    // Written sign-extended: 65535 is kept as -1 and reads back as 65535.
+    const long value = static_cast<std::int16_t>(chosen);
+    ThrowIfError(PREF_SetTextPrefLong(prefs, kPrefSection, kPrefKey, value));
+    if (gOak != nullptr) {
+        gOak->RefreshWindows(kRefreshAfterModeChange);
+    }
+    RefreshPixelReadout();
+}
+
+std::size_t InfoPal_UI::ControlNumberOf(const kitui::controls::UI_ControlMessage& message) const {
+    const auto* sender = dynamic_cast<const kitui::controls::UI_ControlView*>(message.GetControl());
+    if (sender == nullptr) {
+        ThrowInvalidTypeConversion();
+    }
+    const kitui::controls::UI_ControlsContainer* container = GetControlsContainer(0);
+    for (std::size_t number = 0; number < container->UI_GetChildCount(); ++number) {
+        if (container->UI_GetChild(number) == sender) {
+            return number;
+        }
+    }
+    return control::kCount;
+}
+
+void InfoPal_UI::SupplyCrosshairPicture(kitui::controls::UI_PictureSupplyMessage& message) {
+    if (ControlNumberOf(message) != control::kCrosshair) {
+        return;
+    }
+    const InfoPal* plugin = InfoPal::GetPlugin();
+    message.SetImage(EDB_GetImage(plugin != nullptr ? plugin->GetResourceManager() : nullptr,
+                                  message.GetDrawSupplier(), kCrosshairPicture,
+                                  message.GetStateFlags(),
+                                  kitui::utility::image_file_type::kPNGOrSVG, true, true, nullptr));
+}
+
+void InfoPal_UI::HandleControlMessage(kitui::controls::UI_ControlMessage& message) {
+    // A picture request that reaches the general handler is answered the same way.
+    if (auto* supply = dynamic_cast<kitui::controls::UI_PictureSupplyMessage*>(&message)) {
+        SupplyCrosshairPicture(*supply);
+    }
 }
 
 } // namespace infopal

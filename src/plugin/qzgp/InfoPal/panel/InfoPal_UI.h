@@ -9,9 +9,11 @@
 #include <boost/shared_ptr.hpp>
 
 #include "InfoPal/panel/QZGPPaletteUI.h"
+#include "InfoPal/readout/PixelDisplayMode.h"
 #include "InfoPal/suite/TextLinesSink.h"
 #include "host/M_Vector.h"
 #include "host/PF_Pixel.h"
+#include "kitui/controls/UI_PictureSupplyMessage.h"
 #include "kitui/ui/UI_Describable.h"
 
 namespace infopal {
@@ -70,6 +72,11 @@ public:
     /// the UI thread the call is posted to the main thread with the same pointers.
     void UpdatePixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
                          const M_Vector2T<double>* origin);
+    /// [ui-thread] Redraws the pixel block from the stored pixel, position and origin:
+    /// channel labels, swatch (as the monitor shows the colour), values, X/Y and X'/Y'.
+    void RefreshPixelReadout();
+    /// Whether a delivery that arrived while the panel was not visible waits to be shown.
+    bool HasPendingPixelUpdate() const noexcept { return !pendingPixel_.empty(); }
     /// The untransformed pixel last delivered.
     const PF_PixelFloat& GetPixel() const noexcept { return pixel_; }
     const M_Vector2T<double>& GetPosition() const noexcept { return position_; }
@@ -79,7 +86,22 @@ public:
     /// any other number gives `fallback`.
     kitcore::utility::UTF16String
     ControlLabelText(std::size_t number, const kitcore::utility::UTF16String& fallback) const;
-    std::uint16_t GetPixelDisplayMode() const noexcept { return mode_; }
+    PixelDisplayMode GetPixelDisplayMode() const noexcept { return mode_; }
+    PixelDisplayMode GetPreviousPixelDisplayMode() const noexcept { return previousMode_; }
+
+    /// [ui-thread] The eight colour notations, the current one checked.
+    void PopulateFlyoutMenu(kitworkspace::workspace::FlyoutMenu& menu) override;
+    /// [ui-thread] Commands 50 to 57 choose a notation; any other is not the panel's.
+    bool DoFlyoutMenuCommand(std::int32_t command) override;
+    /// [ui-thread] Makes `mode` (pixel_mode::kStored: the one in the preference file) the
+    /// current notation, clears the stored pixel, writes the preference and refreshes.
+    /// A preference error is thrown as its integer code.
+    void SetPixelDisplayMode(PixelDisplayMode mode);
+
+    /// [ui-thread] The layout number of the control that sent `message`; a sender that is
+    /// not a control view raises the toolkit's type-conversion error. A control outside
+    /// the panel's layout gives kCount.
+    std::size_t ControlNumberOf(const kitui::controls::UI_ControlMessage& message) const;
 
     /// Runs the pending updates when the panel has just become visible.
     void UI_NodeChanged(const kitui::ui::NodeChange& change) override;
@@ -103,6 +125,23 @@ private:
     void SetTextRow(std::size_t number, const kitcore::utility::UTF16String& text, bool alert);
     bool IsVisibleForUpdates() const;
 
+    /// One delivery of the pixel readout, held by value while it waits for the panel.
+    struct PixelDelivery {
+        bool hasPixel = false;
+        bool hasPosition = false;
+        bool hasOrigin = false;
+        PF_PixelFloat pixel{0, 0, 0, 0};
+        M_Vector2T<double> position{0, 0};
+        M_Vector2T<double> origin{0, 0};
+    };
+    void ApplyPixelDelivery(const PixelDelivery& delivery);
+    void UpdateSwatch();
+    void UpdatePositionValues();
+    void UpdateOriginValues();
+    void SetNumberField(std::size_t number, std::int32_t value);
+    void SupplyCrosshairPicture(kitui::controls::UI_PictureSupplyMessage& message);
+    void HandleControlMessage(kitui::controls::UI_ControlMessage& message);
+
     std::array<kitcore::utility::UTF16String, 5> lines_;
     TextLinesType type_ = TextLinesType::Three;
     bool suffixPending_ = false;
@@ -115,7 +154,17 @@ private:
     PF_PixelFloat pixel_{0, 0, 0, 0};
     M_Vector2T<double> position_{0, 0};
     M_Vector2T<double> origin_{0, 0};
-    std::uint16_t mode_ = 0;
+    PF_PixelFloat previousPixel_{0, 0, 0, 0};
+    M_Vector2T<double> previousPosition_{0, 0};
+    M_Vector2T<double> previousOrigin_{0, 0};
+    PixelDisplayMode mode_ = pixel_mode::kAuto;
+    PixelDisplayMode previousMode_ = pixel_mode::kAuto;
+    // The text buffers of the refresh, kept so that a refresh reuses their storage.
+    kitcore::utility::UTF16String channelText_;
+    kitcore::utility::UTF16String numberText_;
+    // Deliveries posted from other threads hold this weakly: a call that runs after the
+    // panel is gone finds it empty and does nothing.
+    boost::shared_ptr<InfoPal_UI*> mainThreadQueue_;
 };
 
 } // namespace infopal
