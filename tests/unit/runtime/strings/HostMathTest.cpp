@@ -79,4 +79,13 @@ TEST(M_fmod, FollowsTheStandardForSpecialValues) {
     EXPECT_DOUBLE_EQ(M_fmod(1e300, 360.0), std::fmod(1e300, 360.0));
 }
 
+TEST(M_fmod, GivesTheSameUnsignedNaNForEveryOperandWithoutARemainder) {
+    for (const double x : {kInf, -kInf, kNaN, -kNaN, 1.0, -1.0}) {
+        const double y = std::isfinite(x) ? 0.0 : 360.0;
+        const double remainder = M_fmod(x, y);
+        EXPECT_TRUE(std::isnan(remainder)) << x;
+        EXPECT_FALSE(std::signbit(remainder)) << x;
+    }
+}
+
 } // namespace

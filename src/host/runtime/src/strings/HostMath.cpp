@@ -27,5 +27,9 @@ std::int32_t M_RoundDouble(double value) {
 }
 
 double M_fmod(double x, double y) {
-    return std::fmod(x, y);
+    const double remainder = std::fmod(x, y);
+    // The C library gives an infinite or NaN operand a NaN whose sign bit varies between
+    // platforms; the host hands back one NaN, without sign, so that its text never reads
+    // "-NaN" on one machine and "NaN" on another.
+    return std::isnan(remainder) ? std::numeric_limits<double>::quiet_NaN() : remainder;
 }
