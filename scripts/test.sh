@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
-# Installs what is missing, then builds and runs every test: the normal build, and the
-# build with AddressSanitizer and UndefinedBehaviorSanitizer.
+# Installs what is missing, then builds and runs every test: the normal build, the build
+# with AddressSanitizer and UndefinedBehaviorSanitizer, and the thread tests under
+# ThreadSanitizer (its build preset builds only the thread test program and what it
+# links: the plug-in's code and the host runtime; its test preset runs the tests labelled
+# "tsan").
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh
-for preset in default asan; do
+for preset in default asan tsan; do
   echo "== $preset: build"
   bash scripts/build.sh "$preset"
   echo "== $preset: test"
