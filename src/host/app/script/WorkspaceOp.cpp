@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 
+#include "qzhost/PanelHandlerCall.h"
 #include "qzhost/WorkspaceModel.h"
 #include "script/OpTable.h"
 #include "script/ScriptErrors.h"
@@ -31,6 +32,7 @@ Json Workspace(ScriptSession&, const OpArgs& args) {
         throw ArgumentError("give either \"action\" or \"set\"");
     }
     WorkspaceModel& workspace = WorkspaceModel::Get();
+    std::optional<QZ_Err> thrown;
     if (action != nullptr) {
         const std::string& name = AsString(*action, "\"action\"");
         auto it = Actions().find(name);
@@ -38,7 +40,9 @@ Json Workspace(ScriptSession&, const OpArgs& args) {
             throw ArgumentError("\"action\" must be one of open, close, hide, show, restore, not " +
                                 Quoted(name));
         }
-        (workspace.*(it->second))(kInfoTabType);
+        // A panel that the action builds may fail to construct; the host reports that as
+        // it reports any failure of a panel's handler, and goes on without the panel.
+        thrown = CallPanelHandler([&] { (workspace.*(it->second))(kInfoTabType); });
     } else {
         AsObject(*set, "\"set\"");
         for (const auto& member : set->items()) {
@@ -56,7 +60,9 @@ Json Workspace(ScriptSession&, const OpArgs& args) {
         const bool shown = answer("shown");
         const bool front = answer("front");
         const bool stacked = answer("stacked");
-        workspace.SetAnswers(kInfoTabType, shown, front, stacked);
+        // A panel that becomes visible runs its pending updates, which may throw.
+        thrown =
+            CallPanelHandler([&] { workspace.SetAnswers(kInfoTabType, shown, front, stacked); });
     }
 
     const TabState state = workspace.State(kInfoTabType);
@@ -66,6 +72,9 @@ Json Workspace(ScriptSession&, const OpArgs& args) {
     out["front"] = state.front;
     out["stacked"] = state.stacked;
     out["visible"] = state.Visible();
+    if (thrown) {
+        out["result"] = *thrown;
+    }
     return out;
 }
 

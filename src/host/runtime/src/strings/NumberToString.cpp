@@ -2,9 +2,12 @@
 //
 // The text is exactly what icu::number::NumberFormatter gives for the host locale with
 // grouping off and Precision::minMaxFraction(fewest, max(most, fewest)), with ICU's
-// default rounding (half-even). Building a localized formatter is costly and this runs on
-// every pointer move, so each thread keeps the formatters it has built, keyed by locale
-// and fraction digits.
+// default rounding (half-even). This runs for every number of every pointer move, so a
+// locale whose numbers are plain (a minus sign before the digits, nothing else) is written
+// without ICU: the shortest digits of the double rounded half-even, as ICU rounds them,
+// in the locale's symbols read once from ICU. Other locales go through ICU's formatter;
+// building one is costly, so each thread keeps the formatters it has built, keyed by
+// locale and fraction digits.
 #include <algorithm>
 #include <stdexcept>
 #include <string>
@@ -12,6 +15,7 @@
 
 #include <unicode/numberformatter.h>
 
+#include "LocaleNumberText.h"
 #include "kitcore/utility/NumberText.h"
 #include "qzhost/HostControls.h"
 
@@ -51,6 +55,32 @@ const icu::number::LocalizedNumberFormatter& ThreadFormatter(const std::string& 
     return cache.back().formatter;
 }
 
+struct CachedSymbols {
+    std::string locale;
+    detail::LocaleNumberSymbols symbols;
+};
+
+// The number symbols of `locale`, probed once per thread and locale.
+const detail::LocaleNumberSymbols& ThreadSymbols(const std::string& locale) {
+    thread_local std::vector<CachedSymbols> cache;
+    thread_local std::size_t last = 0;
+    if (last < cache.size() && cache[last].locale == locale) {
+        return cache[last].symbols;
+    }
+    for (std::size_t i = 0; i < cache.size(); ++i) {
+        if (cache[i].locale == locale) {
+            last = i;
+            return cache[i].symbols;
+        }
+    }
+    if (cache.size() >= kMaxCachedFormatters) {
+        cache.erase(cache.begin());
+    }
+    cache.push_back(CachedSymbols{locale, detail::ProbeLocaleNumberSymbols(locale)});
+    last = cache.size() - 1;
+    return cache.back().symbols;
+}
+
 int32_t FractionDigits(std::size_t count) {
     return static_cast<int32_t>(std::min(count, kMaxFractionDigits));
 }
@@ -63,6 +93,13 @@ UTF16String NumberToString(double value, std::size_t most, std::size_t fewest,
     host.ThrowIfInjected(qzhost::op::kNumberText);
     const int32_t min_digits = FractionDigits(fewest);
     const int32_t max_digits = std::max(FractionDigits(most), min_digits);
+    const detail::LocaleNumberSymbols& symbols = ThreadSymbols(host.Locale());
+    if (symbols.plain) {
+        char16_t text[detail::kMaxLocaleNumberText];
+        const std::size_t length =
+            detail::LocaleNumberText(symbols, value, min_digits, max_digits, text);
+        return UTF16String(text, length);
+    }
     const auto& formatter = ThreadFormatter(host.Locale(), min_digits, max_digits);
 
     UErrorCode status = U_ZERO_ERROR;

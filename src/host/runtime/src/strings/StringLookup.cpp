@@ -1,10 +1,14 @@
 // Localised key lookup of the host's utility services.
 #include "HostCodePage.h"
 #include "LocalizedKey.h"
+#include "ResolvedKeyCache.h"
 #include "host/U_Utility.h"
 
 kitcore::utility::UTF16String U_ZStringToUTF16String(const char* zstring) {
-    return qzhost::strings::ExpandEscapes(qzhost::strings::ResolveKeyText(zstring));
+    if (zstring == nullptr) {
+        return qzhost::strings::ExpandEscapes(qzhost::strings::ResolveKeyText(zstring));
+    }
+    return qzhost::strings::ResolvedKeyText(zstring);
 }
 
 std::string U_ZStringToMBString(const char* zstring) {

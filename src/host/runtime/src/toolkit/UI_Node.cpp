@@ -183,13 +183,15 @@ void UI_Node::RecordInvalid(const RectT<float>& rect) {
     if (IsEmpty(rect)) {
         return;
     }
-    // Into the root's coordinates: every ancestor below the root adds its position.
+    // Into the root's coordinates: every ancestor below the root adds its position. The
+    // same walk up finds the root.
     RectT<float> inRoot = rect;
-    for (const UI_Node* node = this; node->parent_ != nullptr; node = node->parent_) {
+    UI_Node* node = this;
+    for (; node->parent_ != nullptr; node = node->parent_) {
         inRoot.x += node->bounds_.x;
         inRoot.y += node->bounds_.y;
     }
-    Root()->AddInvalidToRoot(inRoot);
+    node->AddInvalidToRoot(inRoot);
 }
 
 void UI_Node::AddInvalidToRoot(const RectT<float>& rect) {

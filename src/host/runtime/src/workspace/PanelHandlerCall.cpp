@@ -1,4 +1,4 @@
-#include "PanelHandlerCall.h"
+#include "qzhost/PanelHandlerCall.h"
 
 #include <exception>
 

@@ -1,6 +1,6 @@
 #include "qzhost/WorkspaceModel.h"
 
-#include "PanelHandlerCall.h"
+#include "qzhost/PanelHandlerCall.h"
 #include "qzhost/HostControls.h"
 
 namespace qzhost {
