@@ -114,8 +114,8 @@ std::vector<double> Numbers(const Json& list, std::size_t first, std::size_t cou
 
 std::vector<float> Floats(const Json& list, std::size_t first, std::size_t count) {
     std::vector<float> floats;
-    for (double number : Numbers(list, first, count)) {
-        floats.push_back(static_cast<float>(number));
+    for (std::size_t i = first; i < first + count; ++i) {
+        floats.push_back(FloatArg(list.at(i), Entry(i)));
     }
     return floats;
 }
@@ -150,9 +150,12 @@ SlotCall PixelInfoCall(CallStorage& s, const Json* args) {
         const Json* value = Member(object, name);
         return value == nullptr ? null_value : *value;
     };
-    const bool has_pixel = PairArg(field("pixel"), "\"args\".pixel", 4, [&](const auto& n) {
-        s.pixel = {static_cast<float>(n[0]), static_cast<float>(n[1]), static_cast<float>(n[2]),
-                   static_cast<float>(n[3])};
+    const Json& pixel_arg = field("pixel");
+    const bool has_pixel = PairArg(pixel_arg, "\"args\".pixel", 4, [&](const auto&) {
+        const auto channel = [&](std::size_t i) {
+            return FloatArg(pixel_arg.at(i), "\"args\".pixel[" + std::to_string(i) + "]");
+        };
+        s.pixel = {channel(0), channel(1), channel(2), channel(3)};
     });
     const bool has_position =
         PairArg(field("position"), "\"args\".position", 2, [&](const auto& n) {
@@ -207,8 +210,7 @@ SlotCall StreamReadoutCall(CallStorage& s, const Json* args) {
     }
     std::array<float, 6> v{};
     for (std::size_t i = 0; i < 6; ++i) {
-        v[i] = static_cast<float>(
-            NumberArg(values.at(i), "\"args\".values[" + std::to_string(i) + "]"));
+        v[i] = FloatArg(values.at(i), "\"args\".values[" + std::to_string(i) + "]");
     }
     PXM_Layer* layer_ptr = s.layer.get();
     const KVB_StreamIDPath* path = s.path.get();
@@ -439,7 +441,11 @@ Json Call(ScriptSession& session, const OpArgs& args) {
         out["published"] = false;
         return out;
     }
-    session.Keep(storage);
+    // A call from a worker may leave a queued call behind that reads these values when the
+    // main loop runs it; a call on the main thread is done with them when it returns.
+    if (worker) {
+        session.Keep(storage);
+    }
 
     if (slot == 3) {
         storage->pixel = {-1.0f, -1.0f, -1.0f, -1.0f};

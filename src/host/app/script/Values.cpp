@@ -104,6 +104,16 @@ double NumberArg(const Json& value, const std::string& what) {
     throw ArgumentError(what + " must be a number, \"nan\", \"inf\", \"-inf\" or \"-0\"");
 }
 
+float FloatArg(const Json& value, const std::string& what) {
+    const double number = NumberArg(value, what);
+    // Past the largest float a finite number has no float value to pass: say so rather
+    // than let the conversion decide.
+    if (std::isfinite(number) && std::fabs(number) > std::numeric_limits<float>::max()) {
+        throw ArgumentError(what + " is beyond the range of a float: give \"inf\" or \"-inf\"");
+    }
+    return static_cast<float>(number);
+}
+
 Json NumberOut(double value) {
     if (std::isnan(value)) {
         return "nan";

@@ -22,6 +22,9 @@ std::optional<kitcore::utility::UTF16String> UTF16Arg(const Json& value, const s
 
 /// A number argument: a JSON number, or "nan", "inf", "-inf", "-0".
 double NumberArg(const Json& value, const std::string& what);
+/// A number argument (as NumberArg) for a float parameter; a finite number beyond the float
+/// range is an ArgumentError.
+float FloatArg(const Json& value, const std::string& what);
 
 /// A number for output: integral values as integers, non-finite values as "nan",
 /// "inf" and "-inf", other values as JSON numbers.
