@@ -12,18 +12,9 @@
 #include <cstdlib>
 #include <new>
 
-#include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/panel/InfoPal_UI.h"
-#include "qzgp/QZ_InfoPaletteSuite.h"
-#include "qzhost/HookRegistry.h"
-#include "qzhost/HostControls.h"
+#include "LoadedHost.h"
 #include "qzhost/MainLoop.h"
-#include "qzhost/MenuModel.h"
-#include "qzhost/SuiteRegistry.h"
-#include "qzhost/WorkspaceModel.h"
-
-extern "C" QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std::int32_t major, std::int32_t minor,
-                                 QZGP_PluginID plugin_id, QZGP_GlobalRefcon* global_ref);
 
 // Allocation counters of the whole program.
 namespace {
@@ -75,52 +66,7 @@ void operator delete[](void* block, std::size_t) noexcept {
 
 namespace {
 
-/// The default host with the plug-in loaded and its panel open, on the calling thread.
-class LoadedHost {
-public:
-    LoadedHost() {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        qzhost::MainLoop::Get().Discard();
-        qzhost::HostControls::Get().Reset();
-        qzhost::MenuModel::Get().Reset();
-        qzhost::HookRegistry::Get().Reset();
-        qzhost::WorkspaceModel::Get().Reset();
-        if (GPMain_InfoPal(qzhost::SuiteRegistry::Get().PluginTable(), 1, 0, 42, &global_) != 0) {
-            std::abort();
-        }
-        qzhost::WorkspaceModel::Get().Open("QZGP_Info");
-        panel_ = dynamic_cast<infopal::InfoPal_UI*>(infopal::InfoPal::GetPlugin()->GetPanel());
-        const void* table = nullptr;
-        if (panel_ == nullptr ||
-            qzhost::SuiteRegistry::Get().Acquire(qzhost::Acquirer::Host, kQZ_InfoPaletteSuite,
-                                                 kQZ_InfoPaletteSuiteVersion2, &table) != 0) {
-            std::abort();
-        }
-        suite_ = static_cast<const QZ_InfoPaletteSuite2*>(table);
-    }
-
-    ~LoadedHost() {
-        qzhost::SuiteRegistry::Get().Release(qzhost::Acquirer::Host, kQZ_InfoPaletteSuite,
-                                             kQZ_InfoPaletteSuiteVersion2);
-        auto& hooks = qzhost::HookRegistry::Get().Hooks();
-        if (hooks.death != nullptr) {
-            (void)hooks.death(global_, hooks.deathRefcon);
-        }
-        qzhost::HookRegistry::Get().Clear();
-        qzhost::WorkspaceModel::Get().Reset();
-        qzhost::HostControls::Get().Reset();
-    }
-    LoadedHost(const LoadedHost&) = delete;
-    LoadedHost& operator=(const LoadedHost&) = delete;
-
-    infopal::InfoPal_UI& Panel() { return *panel_; }
-    const QZ_InfoPaletteSuite2& Suite() const { return *suite_; }
-
-private:
-    QZGP_GlobalRefcon global_ = nullptr;
-    infopal::InfoPal_UI* panel_ = nullptr;
-    const QZ_InfoPaletteSuite2* suite_ = nullptr;
-};
+using qzbench::LoadedHost;
 
 // Four pointer moves over a gradient, delivered in turn.
 constexpr std::array<PF_PixelFloat, 4> kPixels = {{{1.0f, 0.8125f, 0.25f, 0.125f},

@@ -6,68 +6,15 @@
 #include <cstdlib>
 #include <thread>
 
-#include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/panel/InfoPal_UI.h"
-#include "qzgp/QZ_InfoPaletteSuite.h"
-#include "qzhost/HookRegistry.h"
-#include "qzhost/HostControls.h"
+#include "LoadedHost.h"
 #include "qzhost/MainLoop.h"
-#include "qzhost/MenuModel.h"
-#include "qzhost/SuiteRegistry.h"
-#include "qzhost/WorkspaceModel.h"
-
-extern "C" QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std::int32_t major, std::int32_t minor,
-                                 QZGP_PluginID plugin_id, QZGP_GlobalRefcon* global_ref);
 
 namespace {
 
 using kitcore::utility::UTF16String;
 
-/// The default host with the plug-in loaded and its panel open, on the calling thread.
-class LoadedHost {
-public:
-    LoadedHost() {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        qzhost::MainLoop::Get().Discard();
-        qzhost::HostControls::Get().Reset();
-        qzhost::MenuModel::Get().Reset();
-        qzhost::HookRegistry::Get().Reset();
-        qzhost::WorkspaceModel::Get().Reset();
-        if (GPMain_InfoPal(qzhost::SuiteRegistry::Get().PluginTable(), 1, 0, 42, &global_) != 0) {
-            std::abort();
-        }
-        qzhost::WorkspaceModel::Get().Open("QZGP_Info");
-        panel_ = dynamic_cast<infopal::InfoPal_UI*>(infopal::InfoPal::GetPlugin()->GetPanel());
-        const void* table = nullptr;
-        if (panel_ == nullptr ||
-            qzhost::SuiteRegistry::Get().Acquire(qzhost::Acquirer::Host, kQZ_InfoPaletteSuite,
-                                                 kQZ_InfoPaletteSuiteVersion2, &table) != 0) {
-            std::abort();
-        }
-        suite_ = static_cast<const QZ_InfoPaletteSuite2*>(table);
-    }
-
-    ~LoadedHost() {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        qzhost::MainLoop::Get().Discard();
-        qzhost::SuiteRegistry::Get().Release(qzhost::Acquirer::Host, kQZ_InfoPaletteSuite,
-                                             kQZ_InfoPaletteSuiteVersion2);
-        auto& hooks = qzhost::HookRegistry::Get().Hooks();
-        if (hooks.death != nullptr) {
-            (void)hooks.death(global_, hooks.deathRefcon);
-        }
-        qzhost::HookRegistry::Get().Clear();
-        qzhost::WorkspaceModel::Get().Reset();
-    }
-
-    infopal::InfoPal_UI& Panel() { return *panel_; }
-    const QZ_InfoPaletteSuite2& Suite() const { return *suite_; }
-
-private:
-    QZGP_GlobalRefcon global_ = nullptr;
-    infopal::InfoPal_UI* panel_ = nullptr;
-    const QZ_InfoPaletteSuite2* suite_ = nullptr;
-};
+using qzbench::LoadedHost;
 
 // Two sets of five short lines, alternated so that every update changes the rows and
 // redraws them, as a drag of a property does.

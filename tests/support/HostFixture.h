@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "HostReset.h"
 #include "qzgp/QZGP_RegisterSuite.h"
 #include "qzhost/HookRegistry.h"
 #include "qzhost/HostControls.h"
@@ -21,14 +22,7 @@ inline constexpr QZGP_PluginID kPluginID = 42;
 
 class HostFixture : public ::testing::Test {
 protected:
-    void SetUp() override {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        qzhost::MainLoop::Get().Discard();
-        qzhost::HostControls::Get().Reset();
-        qzhost::MenuModel::Get().Reset();
-        qzhost::HookRegistry::Get().Reset();
-        qzhost::WorkspaceModel::Get().Reset();
-    }
+    void SetUp() override { ResetHost(); }
 
     void TearDown() override {
         Death();

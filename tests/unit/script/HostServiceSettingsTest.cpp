@@ -10,6 +10,7 @@
 
 #include <stdlib.h>
 
+#include "TempFolder.h"
 #include "host/PREF_Preferences.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"
@@ -39,21 +40,13 @@ Result RunText(const std::string& script) {
 
 class HostServiceSettings : public ::testing::Test {
 protected:
-    void SetUp() override {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        std::string pattern = (fs::temp_directory_path() / "script-prefs-XXXXXX").string();
-        std::vector<char> name(pattern.begin(), pattern.end());
-        name.push_back('\0');
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name.data();
-    }
+    void SetUp() override { qzhost::MainLoop::Get().AdoptCurrentThread(); }
     void TearDown() override {
         qzhost::HostControls::Get().Reset();
         qzhost::ToolkitSettings::Get().Reset();
-        std::error_code ec;
-        fs::remove_all(folder_, ec);
     }
-    fs::path folder_;
+    qztest::TempFolder temp_{"script-prefs"};
+    fs::path folder_ = temp_.Path();
 };
 
 TEST_F(HostServiceSettings, ProjectSettingSetsTheDepthOrClosesTheProject) {

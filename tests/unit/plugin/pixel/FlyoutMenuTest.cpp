@@ -225,11 +225,7 @@ TEST_F(FlyoutMenuTest, AChosenModeIsThereInTheNextHostRun) {
 
     // The host goes down and starts again on the same file.
     ASSERT_EQ(Death(), 0);
-    qzhost::WorkspaceModel::Get().Reset();
-    qzhost::MainLoop::Get().Discard();
-    qzhost::HostControls::Get().Reset();
-    qzhost::MenuModel::Get().Reset();
-    qzhost::HookRegistry::Get().Reset();
+    qztest::ResetHost();
     ASSERT_FALSE(StoredPreference().has_value()); // a reset host has a new, empty store
     qzhost::SetPreferenceFile(file);
     ASSERT_EQ(Load(), 0);

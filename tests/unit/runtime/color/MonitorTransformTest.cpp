@@ -14,6 +14,7 @@
 #include <lcms2.h>
 #include <stdlib.h>
 
+#include "TempFolder.h"
 #include "host/MonitorTransform.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"
@@ -53,17 +54,8 @@ protected:
     void SetUp() override {
         qzhost::MainLoop::Get().AdoptCurrentThread();
         qzhost::HostControls::Get().Reset();
-        std::string pattern = (fs::temp_directory_path() / "monitor-test-XXXXXX").string();
-        std::vector<char> name(pattern.begin(), pattern.end());
-        name.push_back('\0');
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name.data();
     }
-    void TearDown() override {
-        qzhost::HostControls::Get().Reset();
-        std::error_code ec;
-        fs::remove_all(folder_, ec);
-    }
+    void TearDown() override { qzhost::HostControls::Get().Reset(); }
 
     PF_PixelFloat Transform(PF_PixelFloat in) {
         PF_PixelFloat out{-9.0f, -9.0f, -9.0f, -9.0f};
@@ -71,7 +63,8 @@ protected:
         return out;
     }
 
-    fs::path folder_;
+    qztest::TempFolder temp_{"monitor-test"};
+    fs::path folder_ = temp_.Path();
 };
 
 TEST_F(MonitorTransform, WithoutAProfileEveryValuePassesThroughExactly) {

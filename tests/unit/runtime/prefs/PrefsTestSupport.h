@@ -13,6 +13,7 @@
 
 #include <stdlib.h>
 
+#include "TempFolder.h"
 #include "host/PREF_Preferences.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"
@@ -48,21 +49,9 @@ protected:
     void SetUp() override {
         qzhost::MainLoop::Get().AdoptCurrentThread();
         qzhost::HostControls::Get().Reset();
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "prefs-test-XXXXXX").string();
-        std::vector<char> name(pattern.begin(), pattern.end());
-        name.push_back('\0');
-        ASSERT_NE(::mkdtemp(name.data()), nullptr);
-        folder_ = name.data();
     }
 
-    void TearDown() override {
-        qzhost::HostControls::Get().Reset();
-        std::error_code ec;
-        std::filesystem::permissions(folder_, std::filesystem::perms::owner_all,
-                                     std::filesystem::perm_options::add, ec);
-        std::filesystem::remove_all(folder_, ec);
-    }
+    void TearDown() override { qzhost::HostControls::Get().Reset(); }
 
     PREF_Handle Store() const { return PREF_GetPrefHandle(PREF_TYPE_TEXT); }
 
@@ -79,7 +68,8 @@ protected:
         return exists;
     }
 
-    std::filesystem::path folder_;
+    qztest::TempFolder temp_{"prefs-test"};
+    std::filesystem::path folder_ = temp_.Path();
 };
 
 } // namespace prefstest
