@@ -1,8 +1,10 @@
 #include "script/Values.h"
 
+#include <cctype>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 
 #include "host/U_Utility.h"
 #include "qzhost/UnicodeText.h"
@@ -13,17 +15,11 @@ namespace qzhost::script {
 
 namespace {
 
+// The value of one hexadecimal digit, or -1 for any other character.
 int HexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
+    const auto lower = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::size_t at = std::string_view("0123456789abcdef").find(lower);
+    return at == std::string_view::npos ? -1 : static_cast<int>(at);
 }
 
 /// The single member of an object form such as {"hex": ...}; throws when the object

@@ -1,6 +1,8 @@
 #include "PreferenceText.h"
 
+#include <cctype>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace qzhost::prefs {
@@ -23,17 +25,11 @@ bool IsBlank(const Token& t) {
     return !t.escaped && (t.c == ' ' || t.c == '\t' || t.c == '\r');
 }
 
+// The value of one hexadecimal digit, or -1 for any other character.
 int HexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
+    const auto lower = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::size_t at = std::string_view("0123456789abcdef").find(lower);
+    return at == std::string_view::npos ? -1 : static_cast<int>(at);
 }
 
 std::vector<Token> Tokenize(std::string_view line, std::size_t number) {
