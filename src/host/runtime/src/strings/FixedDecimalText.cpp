@@ -16,6 +16,12 @@ namespace {
 // own digits: no other decimal of as few digits reads back as it.
 constexpr double kExactWholeLimit = 9007199254740992.0;
 
+// The powers of ten that doubles hold exactly.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kLargestExactPower = 22;
+
 } // namespace
 
 std::size_t FixedDecimalText(double value, int fewest, int most, char* out) noexcept {
@@ -25,7 +31,21 @@ std::size_t FixedDecimalText(double value, int fewest, int most, char* out) noex
     // `point`: how many of the digits stand before the decimal point (may be <= 0 or
     // beyond the digits).
     int point = 1;
-    if (magnitude < kExactWholeLimit && magnitude == std::floor(magnitude)) {
+    // Most numbers are nowhere near a rounding tie: the shortest digits lie within half a
+    // unit in the last place of the double, so when the scaled double is further than that
+    // (with room for the scaling's own rounding) from a half, the shortest digits and the
+    // double round the same way and the digits are those of the rounded scaled value.
+    const double scaled =
+        most <= kLargestExactPower ? magnitude * kPowersOfTen[most] : kExactWholeLimit;
+    const double scaled_whole = std::floor(scaled);
+    const double scaled_rest = scaled - scaled_whole;
+    if (scaled < 0x1p52 && std::fabs(scaled_rest - 0.5) > scaled * 0x1p-48) {
+        const std::uint64_t rounded =
+            static_cast<std::uint64_t>(scaled_whole) + (scaled_rest > 0.5 ? 1 : 0);
+        const auto converted = std::to_chars(digits, digits + sizeof digits, rounded);
+        count = static_cast<int>(converted.ptr - digits);
+        point = count - most;
+    } else if (magnitude < kExactWholeLimit && magnitude == std::floor(magnitude)) {
         if (magnitude != 0.0) {
             const auto converted = std::to_chars(digits, digits + sizeof digits,
                                                  static_cast<std::uint64_t>(magnitude));

@@ -25,8 +25,8 @@ namespace {
 
 // ICU refuses more fraction digits than this; larger counts are clamped to it.
 constexpr std::size_t kMaxFractionDigits = 999;
-// Formatters kept per thread; the oldest is dropped first.
-constexpr std::size_t kMaxCachedFormatters = 16;
+// Formatters (and locales' symbols) kept per thread; the oldest is dropped first.
+constexpr std::size_t kMaxCachedFormatters = 128;
 
 struct CachedFormatter {
     std::string locale;
@@ -60,25 +60,30 @@ struct CachedSymbols {
     detail::LocaleNumberSymbols symbols;
 };
 
+struct SymbolsCache {
+    std::vector<CachedSymbols> entries;
+    std::size_t last = 0; // the entry of the previous call
+};
+
 // The number symbols of `locale`, probed once per thread and locale.
 const detail::LocaleNumberSymbols& ThreadSymbols(const std::string& locale) {
-    thread_local std::vector<CachedSymbols> cache;
-    thread_local std::size_t last = 0;
-    if (last < cache.size() && cache[last].locale == locale) {
-        return cache[last].symbols;
+    thread_local SymbolsCache cache;
+    std::vector<CachedSymbols>& entries = cache.entries;
+    if (cache.last < entries.size() && entries[cache.last].locale == locale) {
+        return entries[cache.last].symbols;
     }
-    for (std::size_t i = 0; i < cache.size(); ++i) {
-        if (cache[i].locale == locale) {
-            last = i;
-            return cache[i].symbols;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].locale == locale) {
+            cache.last = i;
+            return entries[i].symbols;
         }
     }
-    if (cache.size() >= kMaxCachedFormatters) {
-        cache.erase(cache.begin());
+    if (entries.size() >= kMaxCachedFormatters) {
+        entries.erase(entries.begin());
     }
-    cache.push_back(CachedSymbols{locale, detail::ProbeLocaleNumberSymbols(locale)});
-    last = cache.size() - 1;
-    return cache.back().symbols;
+    entries.push_back(CachedSymbols{locale, detail::ProbeLocaleNumberSymbols(locale)});
+    cache.last = entries.size() - 1;
+    return entries.back().symbols;
 }
 
 int32_t FractionDigits(std::size_t count) {
