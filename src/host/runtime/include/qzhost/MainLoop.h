@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <atomic>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -41,7 +42,8 @@ private:
     MainLoop();
     mutable std::mutex mutex_;
     std::deque<boost::function<void()>> queue_;
-    std::thread::id main_;
+    // Read on every thread-contract check, from any thread: atomic, so no lock is taken.
+    std::atomic<std::thread::id> main_;
 };
 
 } // namespace qzhost

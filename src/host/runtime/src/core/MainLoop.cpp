@@ -23,8 +23,7 @@ void MainLoop::AdoptCurrentThread() {
 }
 
 bool MainLoop::IsMainThread() const {
-    std::lock_guard lock(mutex_);
-    return std::this_thread::get_id() == main_;
+    return std::this_thread::get_id() == main_.load(std::memory_order_acquire);
 }
 
 void MainLoop::Post(boost::function<void()> call) {
