@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs the host on the bundled demo script: the
-# plug-in is loaded, its panel opened, text written into it and the host's state printed.
+# Installs what is missing, builds, and runs the main job on the bundled sample: the Info
+# panel for two pixels of the HDR colour chart (samples/chart.exr), printed as text and
+# drawn into build/default/infopal-panel-1.png and -2.png.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh
 bash scripts/build.sh default
-# Run from the build folder so that the panel picture lands there.
-cd build/default
-./bin/qzhost script ../../samples/demo.jsonl
-echo "The panel as drawn: build/default/infopal-panel.png"
+build/default/bin/qzhost inspect --at 45,85 --at 165,125 --origin 40,80 \
+  --png build/default/infopal-panel.png
+echo "The panels as drawn: build/default/infopal-panel-1.png, build/default/infopal-panel-2.png"

@@ -1,9 +1,9 @@
 // The host's main thread and the queue of calls posted to it.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <deque>
-#include <atomic>
 #include <mutex>
 #include <thread>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "qzhost/WorkspaceModel.h"
 
-#include "qzhost/PanelHandlerCall.h"
 #include "qzhost/HostControls.h"
+#include "qzhost/PanelHandlerCall.h"
 
 namespace qzhost {
 
