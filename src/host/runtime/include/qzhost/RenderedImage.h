@@ -34,6 +34,8 @@ public:
 
     /// Writes the image as a PNG file. Throws std::runtime_error when it cannot.
     void WritePng(const std::string& path) const;
+    /// Decodes a PNG file. Throws std::runtime_error when it cannot be read.
+    static RenderedImage ReadPng(const std::string& path);
 
 private:
     int width_ = 0;

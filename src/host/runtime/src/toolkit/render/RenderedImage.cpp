@@ -57,4 +57,34 @@ void RenderedImage::WritePng(const std::string& path) const {
     }
 }
 
+RenderedImage RenderedImage::ReadPng(const std::string& path) {
+    cairo_surface_t* surface = cairo_image_surface_create_from_png(path.c_str());
+    const cairo_status_t status = cairo_surface_status(surface);
+    if (status != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(surface);
+        throw std::runtime_error("cannot read the PNG file " + path + ": " +
+                                 cairo_status_to_string(status));
+    }
+    cairo_surface_flush(surface);
+    const int width = cairo_image_surface_get_width(surface);
+    const int height = cairo_image_surface_get_height(surface);
+    const int stride = cairo_image_surface_get_stride(surface);
+    // A PNG without alpha comes back as RGB24, whose top byte means nothing: opaque.
+    const std::uint32_t opaque =
+        cairo_image_surface_get_format(surface) == CAIRO_FORMAT_RGB24 ? 0xFF000000U : 0U;
+    const unsigned char* data = cairo_image_surface_get_data(surface);
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) *
+                                      static_cast<std::size_t>(height));
+    for (int y = 0; y < height; ++y) {
+        const auto* row =
+            reinterpret_cast<const std::uint32_t*>(data + static_cast<std::ptrdiff_t>(y) * stride);
+        for (int x = 0; x < width; ++x) {
+            pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                   static_cast<std::size_t>(x)] = row[x] | opaque;
+        }
+    }
+    cairo_surface_destroy(surface);
+    return RenderedImage(width, height, std::move(pixels));
+}
+
 } // namespace qzhost
