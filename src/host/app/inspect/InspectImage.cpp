@@ -169,7 +169,10 @@ InspectImage::InspectImage(const std::string& path) : path_(path), reader_(new R
     }
     channelType_ = ChannelTypeText(widest, bits);
     for (int c = 0; c < header.nchannels; ++c) {
-        channelNames_ += (c == 0 ? "" : ",") + std::string(header.channel_name(c));
+        if (c > 0) {
+            channelNames_ += ',';
+        }
+        channelNames_ += header.channel_name(c);
     }
 
     alpha_ = header.alpha_channel >= 0 && header.alpha_channel < header.nchannels

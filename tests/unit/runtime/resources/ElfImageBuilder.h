@@ -39,7 +39,7 @@ struct ElfImage {
 inline ElfImage
 BuildElfImage(const std::vector<std::pair<std::string, std::vector<std::uint8_t>>>& sections) {
     ElfImage image;
-    image.bytes.resize(sizeof(Elf64_Ehdr), 0);
+    image.bytes.assign(sizeof(Elf64_Ehdr), 0);
 
     std::vector<Elf64_Shdr> headers(1);
     std::string names(1, '\0');
