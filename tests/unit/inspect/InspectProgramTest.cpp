@@ -29,6 +29,11 @@ struct Case {
     Pixel pixel;
 };
 
+/// The header of an opened image: its size, channels and format.
+const OIIO::ImageSpec& HeaderOf(const OIIO::ImageInput& in) {
+    return in.spec();
+}
+
 /// The pixel of a file as stored, read here with OpenImageIO's plain reader: floats as
 /// they are, unsigned integer codes k of n bits as k / (2^n - 1).
 Pixel FilePixel(const std::string& path, int x, int y) {
@@ -37,7 +42,7 @@ Pixel FilePixel(const std::string& path, int x, int y) {
     if (!in) {
         return {};
     }
-    const OIIO::ImageSpec& header = in->spec();
+    const OIIO::ImageSpec& header = HeaderOf(*in);
     const std::size_t count = static_cast<std::size_t>(header.image_pixels() * header.nchannels);
     std::vector<float> data(count);
     if (header.format == OIIO::TypeDesc::UINT8 || header.format == OIIO::TypeDesc::UINT16) {
@@ -396,9 +401,10 @@ struct Png {
         if (!in) {
             return;
         }
-        width = in->spec().width;
-        height = in->spec().height;
-        channels = in->spec().nchannels;
+        const OIIO::ImageSpec& header = HeaderOf(*in);
+        width = header.width;
+        height = header.height;
+        channels = header.nchannels;
         data.resize(static_cast<std::size_t>(width * height * channels));
         EXPECT_TRUE(in->read_image(0, 0, 0, channels, OIIO::TypeDesc::UINT8, data.data()));
     }
