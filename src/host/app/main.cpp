@@ -9,7 +9,7 @@
 
 #include "PluginInfoCommand.h"
 #include "ResourceCommand.h"
-#include "inspect/InspectCommand.h"
+#include "pixelview/PixelViewCommand.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptCommand.h"
 
@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
     qzhost::script::AddScriptCommand(app, exit_status);
     qzhost::commands::AddResourceCommand(app, exit_status);
     qzhost::commands::AddPluginInfoCommand(app, exit_status);
-    qzhost::inspect::AddInspectCommand(app, exit_status);
+    qzhost::pixelview::AddPixelViewCommand(app, exit_status);
 
     try {
         app.parse(argc, argv);

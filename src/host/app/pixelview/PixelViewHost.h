@@ -1,0 +1,71 @@
+// The reference host set up for `qzhost inspect`: the plug-in loaded through its entry
+// point, its panel opened through the workspace, and pixels delivered and the panel
+// looked at through the same host operations that `qzhost script` uses.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "pixelview/DisplayModeChoice.h"
+#include "pixelview/PixelViewImage.h"
+#include "pixelview/PixelViewPoint.h"
+#include "script/Json.h"
+#include "script/ScriptSession.h"
+
+namespace qzhost::pixelview {
+
+struct HostSettings {
+    /// The plug-in library.
+    std::string plugin;
+    /// The host's locale (ICU locale id).
+    std::string locale = "en_US";
+    /// The UI scale: the size of the drawn panel.
+    double scale = 1.0;
+    /// The open project's depth: 0 8-bit, 1 16-bit, 2 float.
+    std::int8_t projectDepth = 0;
+    /// The preference file; the user's (in the user's configuration folder) when absent.
+    std::optional<std::string> prefs;
+    /// The ICC profile of the monitor that the swatch is shown on; none for the identity.
+    std::optional<std::string> monitor;
+};
+
+class PixelViewHost {
+public:
+    /// Resets the host, applies `settings`, loads the plug-in through its entry point and
+    /// opens the Info panel as the user would. Throws BadRequest for a setting that the
+    /// host refuses and HostFailed when the plug-in does not start or no panel appears.
+    explicit PixelViewHost(const HostSettings& settings);
+    /// Shuts the host down as the application quitting would.
+    ~PixelViewHost();
+    PixelViewHost(const PixelViewHost&) = delete;
+    PixelViewHost& operator=(const PixelViewHost&) = delete;
+
+    /// Chooses the notation through the panel's flyout menu: opens the menu and picks the
+    /// item at the notation's position, which makes the panel store it in the preference.
+    /// Throws HostFailed when the menu is not the panel's notation menu or the panel
+    /// fails to carry the command out.
+    void ChooseDisplayMode(const DisplayModeChoice& choice);
+
+    /// Writes three text lines into the panel through the Info palette suite.
+    void ShowTextLines(const std::string& line1, const std::string& line2,
+                       const std::string& line3);
+
+    /// Delivers a pixel through the Info palette suite as the host's viewer would while
+    /// the pointer rests at `position`, with `origin` for X', Y' (none: no origin), and
+    /// returns the panel's snapshot (host script form); with `png` the panel is also drawn
+    /// into that file.
+    script::Json Show(const PixelARGB& pixel, const Point& position,
+                      const std::optional<Point>& origin, const std::string& png = {});
+
+private:
+    /// Runs one host script line; translates the host's refusals into BadRequest and its
+    /// failures into HostFailed.
+    script::Json Run(const script::Json& line);
+    /// Changes one host setting; a refusal names `option`.
+    void Set(const std::string& option, const std::string& setting, const script::Json& value);
+
+    script::ScriptSession session_;
+};
+
+} // namespace qzhost::pixelview

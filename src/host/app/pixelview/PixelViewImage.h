@@ -1,0 +1,78 @@
+// The image that `qzhost inspect` looks into, read with OpenImageIO: its size, the
+// project depth that its format gives, and the colour of one pixel as the host's viewer
+// hands it to the Info palette.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace qzhost::pixelview {
+
+/// The colour of one pixel: alpha, red, green, blue, as the Info palette suite takes it.
+using PixelARGB = std::array<float, 4>;
+
+class PixelViewImage {
+public:
+    /// Opens `path` (the first subimage, its full-resolution level) and reads its header;
+    /// pixels are read when asked for. Throws BadRequest when the file is missing or
+    /// cannot be read, when no reader knows its format, or when it holds no colour.
+    explicit PixelViewImage(const std::string& path);
+    ~PixelViewImage();
+    PixelViewImage(const PixelViewImage&) = delete;
+    PixelViewImage& operator=(const PixelViewImage&) = delete;
+
+    const std::string& Path() const noexcept { return path_; }
+    /// The pixel rectangle (OpenImageIO's data window): columns x0 to x0 + width - 1,
+    /// rows y0 to y0 + height - 1.
+    int X0() const noexcept { return x0_; }
+    int Y0() const noexcept { return y0_; }
+    int Width() const noexcept { return width_; }
+    int Height() const noexcept { return height_; }
+    bool Contains(int x, int y) const noexcept {
+        return x >= x0_ && y >= y0_ && x - x0_ < width_ && y - y0_ < height_;
+    }
+
+    /// The project depth that the image's format gives: 0 for 8-bit integers, 1 for
+    /// integers of 9 to 16 bits, 2 for half and float (and wider integers).
+    std::int8_t ProjectDepth() const noexcept { return depth_; }
+    /// The reader's name for the format ("openexr", "png", "tiff"...).
+    const std::string& FormatName() const noexcept { return formatName_; }
+    /// The channel type in words: "8-bit", "16-bit", "10-bit", "half float", "float"...
+    const std::string& ChannelType() const noexcept { return channelType_; }
+    /// The channel names, comma-separated ("R,G,B,A").
+    const std::string& ChannelNames() const noexcept { return channelNames_; }
+    bool HasAlpha() const noexcept { return alpha_ >= 0; }
+
+    /// The pixel at column `x`, row `y` (inside the image): the channel values as floats
+    /// (unsigned integers scaled to 0-1: a code k of n bits is k / (2^n - 1), rounded
+    /// once to the nearest float), grey images giving the same value to red, green
+    /// and blue, alpha 1 when the image has none. Values are the file's own: alpha that
+    /// the file keeps unassociated is not multiplied in. Throws BadRequest when the
+    /// pixels cannot be read.
+    PixelARGB PixelAt(int x, int y) const;
+
+private:
+    struct Reader;
+    std::string path_;
+    std::unique_ptr<Reader> reader_;
+    int x0_ = 0;
+    int y0_ = 0;
+    int width_ = 0;
+    int height_ = 0;
+    std::int8_t depth_ = 0;
+    std::string formatName_;
+    std::string channelType_;
+    std::string channelNames_;
+    int red_ = 0;
+    int green_ = 0;
+    int blue_ = 0;
+    int alpha_ = -1;
+    int channels_ = 0;
+    /// The largest code of an image of unsigned integers of up to 16 bits (255, 1023,
+    /// 65535...); 0 for other images, whose values OpenImageIO turns into floats.
+    std::uint32_t integerMax_ = 0;
+};
+
+} // namespace qzhost::pixelview

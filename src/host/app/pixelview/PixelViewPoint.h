@@ -1,0 +1,25 @@
+// Points of the image, as the command line and standard input give them: "X,Y", two
+// numbers in image coordinates (the pixel's column and row; fractions allowed).
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qzhost::pixelview {
+
+struct Point {
+    double x = 0;
+    double y = 0;
+};
+
+/// Parses "X,Y" (blanks around either number allowed). Throws BadRequest naming `what`
+/// when the text is not two finite numbers separated by one comma.
+Point ParsePoint(std::string_view text, const std::string& what);
+
+/// Reads one point per line from `in` to its end; empty lines and lines whose first
+/// non-blank character is '#' are skipped. Throws BadRequest naming the line.
+std::vector<Point> ReadPoints(std::istream& in);
+
+} // namespace qzhost::pixelview
