@@ -514,13 +514,14 @@ void InfoPal_UI::UpdateSwatch() {
     swatch.UI_Invalidate();
 }
 
-void InfoPal_UI::SetNumberField(std::size_t number, std::int32_t value) {
+kitui::controls::UI_StaticText& InfoPal_UI::SetNumberField(std::size_t number, std::int32_t value) {
     char digits[16] = {};
     std::snprintf(digits, sizeof digits, "%d", static_cast<int>(value));
     numberText_.assign(digits, digits + std::strlen(digits));
     auto& field = GetControl<UI_StaticText>(number);
     field.SetValue(numberText_);
     field.UI_Invalidate();
+    return field;
 }
 
 void InfoPal_UI::UpdatePositionValues() {
@@ -555,10 +556,11 @@ void InfoPal_UI::UpdateOriginValues() {
         label.UI_Invalidate();
     }
     // The floor of the difference, not the difference of the floors.
-    SetNumberField(control::kXPrimeValue, TruncateToInt32(std::floor(position_.x - origin_.x)));
-    GetControl<UI_StaticText>(control::kXPrimeValue).UI_Show(true);
-    SetNumberField(control::kYPrimeValue, TruncateToInt32(std::floor(position_.y - origin_.y)));
-    GetControl<UI_StaticText>(control::kYPrimeValue).UI_Show(true);
+    // The field found for its text is the one shown: one lookup each.
+    SetNumberField(control::kXPrimeValue, TruncateToInt32(std::floor(position_.x - origin_.x)))
+        .UI_Show(true);
+    SetNumberField(control::kYPrimeValue, TruncateToInt32(std::floor(position_.y - origin_.y)))
+        .UI_Show(true);
 }
 
 void InfoPal_UI::PopulateFlyoutMenu(kitworkspace::workspace::FlyoutMenu& menu) {

@@ -14,6 +14,7 @@
 #include "host/M_Vector.h"
 #include "host/PF_Pixel.h"
 #include "kitui/controls/UI_PictureSupplyMessage.h"
+#include "kitui/controls/UI_StaticText.h"
 #include "kitui/ui/UI_Describable.h"
 
 namespace infopal {
@@ -138,7 +139,8 @@ private:
     void UpdateSwatch();
     void UpdatePositionValues();
     void UpdateOriginValues();
-    void SetNumberField(std::size_t number, std::int32_t value);
+    /// Sets field `number` to the decimal text of `value` and invalidates it; gives the field.
+    kitui::controls::UI_StaticText& SetNumberField(std::size_t number, std::int32_t value);
     void SupplyCrosshairPicture(kitui::controls::UI_PictureSupplyMessage& message);
     void HandleControlMessage(kitui::controls::UI_ControlMessage& message);
 
