@@ -40,22 +40,24 @@ protected:
 constexpr float kInf = std::numeric_limits<float>::infinity();
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
-TEST_F(ChannelValueText, EightBitScaleRoundsHalvesUp) {
+TEST_F(ChannelValueText, EightBitScaleRoundsHalvesToTheEvenNeighbour) {
     EXPECT_EQ(Format(mode::kBpc8, 1.0f), "255");
-    EXPECT_EQ(Format(mode::kBpc8, 0.5f), "128"); // 127.5
+    EXPECT_EQ(Format(mode::kBpc8, 0.5f), "128");   // 127.5
+    EXPECT_EQ(Format(mode::kBpc8, -0.5f), "-128"); // -127.5
+    EXPECT_EQ(Format(mode::kBpc8, 2.5f / 255.0f), "2");
     EXPECT_EQ(Format(mode::kBpc8, 0.0f), "0");
 }
 
 TEST_F(ChannelValueText, EightBitScaleShowsOverRangeAndNegativeValues) {
     EXPECT_EQ(Format(mode::kBpc8, 2.0f), "510");
-    EXPECT_EQ(Format(mode::kBpc8, -0.5f), "-127"); // -127.5 rounds toward plus infinity
+    EXPECT_EQ(Format(mode::kBpc8, -0.5f), "-128"); // -127.5, a half to the even neighbour
     EXPECT_EQ(Format(mode::kBpc8, -1.0f), "-255");
 }
 
 TEST_F(ChannelValueText, TenBitScaleTopsOutAt1023) {
     EXPECT_EQ(Format(mode::kBpc10, 1.0f), "1023");
     EXPECT_EQ(Format(mode::kBpc10, 0.5f), "512");    // 511.5
-    EXPECT_EQ(Format(mode::kBpc10, 1.5f), "1535");   // 1534.5
+    EXPECT_EQ(Format(mode::kBpc10, 1.5f), "1534");   // 1534.5
     EXPECT_EQ(Format(mode::kBpc10, -0.25f), "-256"); // -255.75
 }
 
@@ -75,8 +77,9 @@ TEST_F(ChannelValueText, WebIsUpperCaseHexadecimalWithoutPadding) {
 
 TEST_F(ChannelValueText, WebShowsOverRangeValuesWithMoreDigits) {
     EXPECT_EQ(Format(mode::kWeb, 382.0f / 255.0f), "17E");
-    // 1.5 x 255 is 382.5, which rounds up to 383.
-    EXPECT_EQ(Format(mode::kWeb, 1.5f), "17F");
+    // 1.5 x 255 is 382.5, whose half goes to the even neighbour, 382.
+    EXPECT_EQ(Format(mode::kWeb, 1.5f), "17E");
+    EXPECT_EQ(Format(mode::kWeb, 383.0f / 255.0f), "17F");
 }
 
 TEST_F(ChannelValueText, WebShowsNegativeValuesAsTwosComplement) {
@@ -117,10 +120,10 @@ TEST_F(ChannelValueText, GermanNumbersUseTheDecimalComma) {
 TEST_F(ChannelValueText, GermanWholeNumbersAndWebAreUnchanged) {
     German();
     EXPECT_EQ(Format(mode::kBpc8, 0.5f), "128");
-    EXPECT_EQ(Format(mode::kBpc8, -0.5f), "-127");
+    EXPECT_EQ(Format(mode::kBpc8, -0.5f), "-128");
     EXPECT_EQ(Format(mode::kBpc16, 2.0f), "65536");
     EXPECT_EQ(Format(mode::kBpc10, 0.0f), "0");
-    EXPECT_EQ(Format(mode::kWeb, 1.5f), "17F");
+    EXPECT_EQ(Format(mode::kWeb, 1.5f), "17E");
     EXPECT_EQ(Format(mode::kWeb, -1.0f / 255.0f), "FFFFFFFF");
 }
 

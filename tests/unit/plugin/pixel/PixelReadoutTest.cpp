@@ -48,11 +48,11 @@ TEST_F(PixelReadout, EveryNotationFormatsTheSamePixel) {
         std::int32_t command;
         Four values;
     } cases[] = {
-        {kAutoCommand, {"255", "64", "-127", "128"}},
+        {kAutoCommand, {"255", "64", "-128", "128"}},
         {kPercentCommand, {"100.0%", "25.0%", "-50.0%", "50.0%"}},
-        {kWebCommand, {"FF", "40", "FFFFFF81", "80"}},
-        {kBpc8Command, {"255", "64", "-127", "128"}},
-        {kBpc10Command, {"1023", "256", "-511", "512"}},
+        {kWebCommand, {"FF", "40", "FFFFFF80", "80"}},
+        {kBpc8Command, {"255", "64", "-128", "128"}},
+        {kBpc10Command, {"1023", "256", "-512", "512"}},
         {kBpc16Command, {"32768", "8192", "-16384", "16384"}},
         {kDecimalCommand, {"1.0000", "0.2500", "-0.5000", "0.5000"}},
         {kHSBCommand, {"30", "150%", "100%", "50%"}},
@@ -193,7 +193,7 @@ TEST_F(PixelReadout, SwatchIsOpaqueAndClampedWhileTheValuesShowTheOverRangePixel
     ASSERT_EQ(Deliver(Pixel(0.25f, 2.0f, -0.5f, 0.5f)), 0);
     const kitui::inkwell::ColorRGBA swatch = Swatch();
     EXPECT_EQ(swatch, (kitui::inkwell::ColorRGBA{1.0f, 0.0f, 0.5f, 1.0f}));
-    EXPECT_EQ(Values(), (Four{"510", "-127", "128", "64"}));
+    EXPECT_EQ(Values(), (Four{"510", "-128", "128", "64"}));
 }
 
 TEST_F(PixelReadout, OverRangeRedWithLowAlphaGivesAnOpaquePureRedSwatch) {

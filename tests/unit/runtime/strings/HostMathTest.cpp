@@ -14,13 +14,24 @@ constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-TEST(M_RoundDouble, RoundsHalvesTowardPlusInfinity) {
+TEST(M_RoundDouble, RoundsHalvesToTheEvenNeighbour) {
     EXPECT_EQ(M_RoundDouble(127.5), 128);
-    EXPECT_EQ(M_RoundDouble(0.5), 1);
-    EXPECT_EQ(M_RoundDouble(2.5), 3);
+    EXPECT_EQ(M_RoundDouble(382.5), 382);
+    EXPECT_EQ(M_RoundDouble(0.5), 0);
+    EXPECT_EQ(M_RoundDouble(1.5), 2);
+    EXPECT_EQ(M_RoundDouble(2.5), 2);
+    EXPECT_EQ(M_RoundDouble(3.5), 4);
     EXPECT_EQ(M_RoundDouble(-0.5), 0);
-    EXPECT_EQ(M_RoundDouble(-1.5), -1);
+    EXPECT_EQ(M_RoundDouble(-1.5), -2);
     EXPECT_EQ(M_RoundDouble(-2.5), -2);
+    EXPECT_EQ(M_RoundDouble(-127.5), -128);
+}
+
+TEST(M_RoundDouble, RoundsLikeTheProcessorsOwnConversion) {
+    // nearbyint in the default rounding mode is the processor's conversion.
+    for (double v = -1030.0; v <= 1030.0; v += 0.25) {
+        EXPECT_EQ(M_RoundDouble(v), static_cast<std::int32_t>(std::nearbyint(v))) << v;
+    }
 }
 
 TEST(M_RoundDouble, RoundsOtherValuesToTheNearest) {
@@ -31,7 +42,8 @@ TEST(M_RoundDouble, RoundsOtherValuesToTheNearest) {
     EXPECT_EQ(M_RoundDouble(-1.4), -1);
     EXPECT_EQ(M_RoundDouble(-1.6), -2);
     EXPECT_EQ(M_RoundDouble(0.02 * 255), 5);
-    EXPECT_EQ(M_RoundDouble(1.5f * 255.0f), 383);
+    EXPECT_EQ(M_RoundDouble(1.5f * 255.0f), 382);
+    EXPECT_EQ(M_RoundDouble(1.4999999), 1);
     EXPECT_EQ(M_RoundDouble(std::numeric_limits<double>::denorm_min()), 0);
     EXPECT_EQ(M_RoundDouble(-std::numeric_limits<double>::denorm_min()), 0);
 }
@@ -44,14 +56,15 @@ TEST(M_RoundDouble, DoesNotRoundTheLargestDoubleBelowOneHalfUp) {
 
 TEST(M_RoundDouble, SaturatesToThe32BitRange) {
     EXPECT_EQ(M_RoundDouble(2147483647.0), kMax);
-    EXPECT_EQ(M_RoundDouble(2147483646.5), kMax);
+    EXPECT_EQ(M_RoundDouble(2147483646.5), 2147483646);
     EXPECT_EQ(M_RoundDouble(2147483647.5), kMax);
     EXPECT_EQ(M_RoundDouble(2147483648.0), kMax);
     EXPECT_EQ(M_RoundDouble(1e300), kMax);
     EXPECT_EQ(M_RoundDouble(kInf), kMax);
     EXPECT_EQ(M_RoundDouble(-2147483648.0), kMin);
     EXPECT_EQ(M_RoundDouble(-2147483648.5), kMin);
-    EXPECT_EQ(M_RoundDouble(-2147483647.5), -2147483647);
+    EXPECT_EQ(M_RoundDouble(-2147483647.5), kMin);
+    EXPECT_EQ(M_RoundDouble(-2147483646.5), -2147483646);
     EXPECT_EQ(M_RoundDouble(-2147483649.0), kMin);
     EXPECT_EQ(M_RoundDouble(-1e300), kMin);
     EXPECT_EQ(M_RoundDouble(-kInf), kMin);

@@ -9,10 +9,13 @@ std::int32_t M_RoundDouble(double value) {
     if (std::isnan(value)) {
         return 0;
     }
-    // floor(value + 0.5) would round 0.49999999999999994 up: compare the fraction instead
+    // A half goes to the even neighbour, as the processor's own conversion rounds. The
+    // fraction is compared rather than adding 0.5 (which would round 0.49999999999999994
+    // up), and the rounding does not depend on the floating-point environment's mode
     // (value - floor(value) is exact for every finite double).
     double whole = std::floor(value);
-    if (value - whole >= 0.5) {
+    const double fraction = value - whole;
+    if (fraction > 0.5 || (fraction == 0.5 && std::fmod(whole, 2.0) != 0.0)) {
         whole += 1.0;
     }
     constexpr double kMax = std::numeric_limits<std::int32_t>::max();
