@@ -15,6 +15,7 @@ Json HostState(ScriptSession&, const OpArgs& args) {
     out["reported"] = HostControls::Get().Reported();
     out["refresh_windows"] = HostControls::Get().RefreshWindowsCalls();
     out["tab_creators"] = WorkspaceModel::Get().CreatorTypes();
+    out["tab_toggles"] = HostControls::Get().TabToggles();
     return out;
 }
 

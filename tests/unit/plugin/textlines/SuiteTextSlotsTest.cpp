@@ -179,3 +179,39 @@ TEST_F(SuiteTextSlotsTest, ARowOfAnotherClassIsReportedAsTheToolkitError) {
 }
 
 } // namespace
+
+namespace {
+
+class SuitePanelOnDemandTest : public TextLinesFixture {};
+
+TEST_F(SuitePanelOnDemandTest, ASlotReturnsZeroWhenTheWorkspaceCreatesNoPanelOnDemand) {
+    // The tab stands shown, but the plug-in object holds no panel, and the workspace has
+    // no creator to build one with: the panel created on demand is null.
+    auto& panel = OpenPanel();
+    ASSERT_EQ(Suite().SetTextLines3("kept", "", ""), 0);
+    infopal::InfoPal::GetPlugin()->SetPanel(nullptr);
+    WorkspaceModel::Get().UnregisterTabCreator(kTab);
+    ASSERT_TRUE(infopal::InfoPal::GetPlugin()->PanelIsShown());
+
+    EXPECT_EQ(Suite().SetTextLines3("lost", "", ""), 0);
+    EXPECT_EQ(Suite().SetPixelInfo(nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(infopal::InfoPal::GetPlugin()->GetPanel(), nullptr);
+    // The toggle that asked for a panel closed the tab instead; nothing reached the panel
+    // before it went.
+    EXPECT_EQ(WorkspaceModel::Get().Panel(kTab), nullptr);
+    (void)panel;
+}
+
+TEST_F(SuitePanelOnDemandTest, VisibilitySlotsAskNothingOfTheWorkspaceWithoutAPluginObject) {
+    OpenPanel();
+    WorkspaceModel::Get().Hide(kTab);
+    ASSERT_EQ(Death(), 0);
+    const int toggles = HostControls::Get().TabToggles();
+    EXPECT_EQ(Suite().ShowPanel(), 0);
+    EXPECT_EQ(Suite().SetPanelVisible(true), 0);
+    EXPECT_EQ(Suite().UpdatePanelTab(), 0);
+    EXPECT_EQ(HostControls::Get().TabToggles(), toggles);
+    EXPECT_FALSE(WorkspaceModel::Get().State(kTab).Visible());
+}
+
+} // namespace

@@ -105,6 +105,9 @@ public:
     /// The flags of every RefreshWindows call so far.
     void RecordRefreshWindows(short flags) { refreshWindows_.push_back(flags); }
     const std::vector<short>& RefreshWindowsCalls() const noexcept { return refreshWindows_; }
+    /// How many times the plug-in asked the workspace to toggle a tab (ToggleTabState).
+    void RecordTabToggle() noexcept { ++tabToggles_; }
+    int TabToggles() const noexcept { return tabToggles_; }
 
     void SetReportResult(QZ_Err result) noexcept { reportResult_ = result; }
     /// Records the message and gives the report result (U_TranslateAndReportException).
@@ -139,6 +142,7 @@ private:
     int runModeQueries_ = 0;
     bool updateSuppressed_ = false;
     std::vector<short> refreshWindows_;
+    int tabToggles_ = 0;
     QZ_Err reportResult_ = 1;
     std::vector<std::string> reported_;
     std::vector<std::string> warnings_;

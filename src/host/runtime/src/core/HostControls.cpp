@@ -62,6 +62,7 @@ void HostControls::Reset() {
     updateSuppressed_ = false;
     SetAlerts(false, false, false, false);
     refreshWindows_.clear();
+    tabToggles_ = 0;
     reportResult_ = 1;
     reported_.clear();
     warnings_.clear();

@@ -25,6 +25,7 @@ TabPanel* WorkspaceUtils::FindFirstTabOfType(const char* tab_type, const void*) 
 
 void WorkspaceUtils::ToggleTabState(const char* tab_type, int) {
     qzhost::RequireUIThread("WorkspaceUtils::ToggleTabState");
+    qzhost::HostControls::Get().RecordTabToggle();
     if (tab_type != nullptr) {
         qzhost::WorkspaceModel::Get().Toggle(tab_type);
     }

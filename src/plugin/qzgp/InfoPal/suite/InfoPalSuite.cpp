@@ -143,22 +143,24 @@ QZ_Err StreamReadout(PXM_Layer* layer, const KVB_StreamIDPath* path, QZ_Narrow n
     });
 }
 
-// The panel's visibility as the text-lines display sees it, without the three steps.
-bool PanelVisible() {
-    InfoPal* plugin = InfoPal::GetPlugin();
-    return plugin != nullptr && plugin->PanelIsShown();
+// The slots that act through the plug-in object alone: without one they do nothing, and
+// in particular ask nothing of the workspace.
+template <class Body>
+QZ_Err WithPlugin(Body&& body) {
+    return GuardHostCall([&] {
+        if (InfoPal* plugin = InfoPal::GetPlugin()) {
+            body(*plugin);
+        }
+    });
 }
 
 QZ_Err IsPanelVisible() {
-    return PanelVisible() ? 1 : 0;
+    InfoPal* plugin = InfoPal::GetPlugin();
+    return plugin != nullptr && plugin->PanelIsShown() ? 1 : 0;
 }
 
 QZ_Err SetPanelVisible(bool visible) {
-    return GuardHostCall([&] {
-        if (PanelVisible() != visible) {
-            kitworkspace::workspace::WorkspaceUtils::ToggleTabState(kInfoTabType, 0);
-        }
-    });
+    return WithPlugin([&](InfoPal& plugin) { plugin.SetPanelShown(visible); });
 }
 
 QZ_Err ShowPanel() {
@@ -185,10 +187,10 @@ QZ_Err NoOperation() {
 }
 
 QZ_Err UpdatePanelTab() {
-    return GuardHostCall([&] {
+    return WithPlugin([&](InfoPal& plugin) {
         auto* tab =
             kitworkspace::workspace::WorkspaceUtils::FindFirstTabOfType(kInfoTabType, nullptr);
-        if (tab == nullptr || !PanelVisible()) {
+        if (tab == nullptr || !plugin.PanelIsShown()) {
             return;
         }
         int request = -1;
