@@ -372,14 +372,33 @@ TEST_F(PixelReadout, AWorkerDeliveryIsShownOnlyWhenTheMainThreadRunsIt) {
     EXPECT_EQ(Panel()->GetDisplayState(), DisplayState::PixelReadout);
 }
 
-TEST_F(PixelReadout, AWorkerDeliveryReadsThePointedValuesWhenItRuns) {
-    PF_PixelFloat pixel = Pixel(1, 0, 0, 0);
+TEST_F(PixelReadout, AWorkerDeliveryCarriesTheValuesOfTheCall) {
+    PF_PixelFloat pixel = Pixel(1, 0.5f, 0, 0);
+    M_Vector2T<double> position{7.5, 8.5};
+    const QZ_InfoPaletteSuite2& suite = Suite();
+    std::thread worker([&] { (void)suite.SetPixelInfo(&pixel, &position, nullptr); });
+    worker.join();
+    // The caller may reuse or free its records as soon as the call returns.
+    pixel = Pixel(1, 1, 1, 1);
+    position = {100, 100};
+    (void)qzhost::MainLoop::Get().Drain();
+    EXPECT_EQ(Text(7), "128");
+    EXPECT_EQ(Text(15), "7");
+    EXPECT_EQ(Text(16), "8");
+}
+
+TEST_F(PixelReadout, AWorkerDeliveryForAReplacedPanelIsDropped) {
+    const PF_PixelFloat pixel = Pixel(1, 1, 1, 1);
     const QZ_InfoPaletteSuite2& suite = Suite();
     std::thread worker([&] { (void)suite.SetPixelInfo(&pixel, nullptr, nullptr); });
     worker.join();
-    pixel = Pixel(1, 1, 1, 1); // the pointer travelled, not the value
-    (void)qzhost::MainLoop::Get().Drain();
-    EXPECT_EQ(Text(7), "255");
+    qzhost::WorkspaceModel::Get().Close(kTab);
+    qzhost::WorkspaceModel::Get().Open(kTab);
+    ASSERT_NE(Panel(), nullptr);
+    const qzhost::DrainResult drained = qzhost::MainLoop::Get().Drain();
+    EXPECT_EQ(drained.ran, 1U);
+    EXPECT_EQ(Panel()->GetDisplayState(), DisplayState::Nothing);
+    EXPECT_EQ(Values(), (Four{"", "", "", ""}));
 }
 
 TEST_F(PixelReadout, AWorkerDeliveryForAClosedPanelIsDropped) {

@@ -1,5 +1,6 @@
 #include "InfoPal/frame/InfoPal.h"
 
+#include <atomic>
 #include <string>
 
 #include "InfoPal/frame/ModuleHandle.h"
@@ -13,8 +14,14 @@ namespace infopal {
 
 namespace {
 
-// The process's plug-in object.
-InfoPal* gPlugin = nullptr;
+// The process's plug-in object. Only the main thread sets it; a pixel delivery from
+// another thread asks whether there is one, so it is atomic.
+std::atomic<InfoPal*> gPlugin{nullptr};
+
+// The registration number of the current panel (0: none), read by pixel deliveries from
+// other threads; and the last number given, which only the main thread touches.
+std::atomic<std::uint64_t> gPanelSerial{0};
+std::uint64_t gLastPanelSerial = 0;
 
 // The string module of this plug-in, handed to the string cache.
 constexpr STR_ModuleRecord kModuleRecord{"Info_Palette"};
@@ -58,7 +65,7 @@ InfoPal::~InfoPal() {
         QZWorkspace::Get()->UnregisterTabCreator(kInfoTabType);
     }
     gPlugin = nullptr;
-    panel_ = nullptr;
+    (void)SetPanel(nullptr);
     imageCache_.reset();
 }
 
@@ -93,7 +100,22 @@ void InfoPal::UpdateMenuHandler() {
 }
 
 InfoPal* InfoPal::GetPlugin() noexcept {
-    return gPlugin;
+    return gPlugin.load(std::memory_order_acquire);
+}
+
+bool InfoPal::Exists() noexcept {
+    return gPlugin.load(std::memory_order_acquire) != nullptr;
+}
+
+std::uint64_t InfoPal::CurrentPanelSerial() noexcept {
+    return gPanelSerial.load(std::memory_order_acquire);
+}
+
+std::uint64_t InfoPal::SetPanel(QZGPPaletteUI* panel) noexcept {
+    panel_ = panel;
+    const std::uint64_t serial = panel != nullptr ? ++gLastPanelSerial : 0;
+    gPanelSerial.store(serial, std::memory_order_release);
+    return serial;
 }
 
 bool InfoPal::PanelIsShown() const {

@@ -3,6 +3,8 @@
 // other.
 #pragma once
 
+#include <cstdint>
+
 #include "InfoPal/frame/QZGPPaletteHost.h"
 #include "kitcore/utility/UTF16String.h"
 
@@ -25,10 +27,17 @@ public:
     void CommandHandler(QZGP_Command command, bool already_handled, bool* handled) override;
     void UpdateMenuHandler() override;
 
-    // Accessors, all [ui-thread].
-    /// The process's plug-in object, or null before start-up, after teardown, and when
-    /// the host's user interface is suppressed.
+    /// [ui-thread] The process's plug-in object, or null before start-up, after teardown,
+    /// and when the host's user interface is suppressed.
     static InfoPal* GetPlugin() noexcept;
+    /// [any-thread] Whether the process has a plug-in object now; never dereferences it.
+    static bool Exists() noexcept;
+    /// [any-thread] The registration number of the panel registered now, 0 when none:
+    /// each panel that registers gets a new one, so a number tells a panel from the one
+    /// that replaced it, without touching either.
+    static std::uint64_t CurrentPanelSerial() noexcept;
+
+    // The remaining accessors are [ui-thread].
     /// Whether the panel counts as shown (with the front test).
     bool PanelIsShown() const;
     /// The panel; when there is none, the tab is toggled (so that the workspace creates
@@ -36,8 +45,9 @@ public:
     QZGPPaletteUI* GetPanelCreatingIfNeeded();
     /// Toggles the tab when its shown state differs from `shown`.
     void SetPanelShown(bool shown);
-    /// The panel registers itself here when it is built and with null when it goes.
-    void SetPanel(QZGPPaletteUI* panel) noexcept { panel_ = panel; }
+    /// The panel registers itself here when it is built and with null when it goes;
+    /// gives the panel's registration number (0 for null).
+    std::uint64_t SetPanel(QZGPPaletteUI* panel) noexcept;
     QZGPPaletteUI* GetPanel() const noexcept { return panel_; }
     /// The bool that the Info palette suite sets and reads.
     bool GetFlag() const noexcept { return flag_; }

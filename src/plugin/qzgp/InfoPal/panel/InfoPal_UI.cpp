@@ -6,8 +6,6 @@
 #include <optional>
 
 #include <boost/bind/bind.hpp>
-#include <boost/make_shared.hpp>
-#include <boost/weak_ptr.hpp>
 
 #include "InfoPal/controls/UI_SwatchRect.h"
 #include "InfoPal/frame/InfoPal.h"
@@ -106,14 +104,6 @@ bool Differs(const M_Vector2T<double>& a, const M_Vector2T<double>& b) {
     return a.x != b.x || a.y != b.y;
 }
 
-// Runs a delivery posted from another thread, if the panel still exists.
-void DeliverPixelInfo(const boost::weak_ptr<InfoPal_UI*>& queue, const PF_PixelFloat* pixel,
-                      const M_Vector2T<double>* position, const M_Vector2T<double>* origin) {
-    if (const boost::shared_ptr<InfoPal_UI*> panel = queue.lock()) {
-        (*panel)->UpdatePixelInfo(pixel, position, origin);
-    }
-}
-
 // The width of the horizontal divider is the panel's less this margin.
 constexpr float kDividerMargin = 13.0f;
 
@@ -166,11 +156,10 @@ InfoPal_UI::InfoPal_UI(kitui::ui::UI_Node* parent,
     : QZGPPaletteUI(InfoPal::GetPlugin(), kInfoTabType, parent, args, title, options) {
     InfoPal* plugin = Owner();
     if (plugin != nullptr) {
-        plugin->SetPanel(this);
+        serial_ = plugin->SetPanel(this);
         plugin->SetFlag(false);
     }
     try {
-        mainThreadQueue_ = boost::make_shared<InfoPal_UI*>(this);
         if (const auto stored = StoredPixelDisplayMode(PREF_GetPrefHandle(PREF_TYPE_TEXT))) {
             mode_ = *stored;
             previousMode_ = *stored;
@@ -191,8 +180,7 @@ InfoPal_UI::InfoPal_UI(kitui::ui::UI_Node* parent,
 }
 
 InfoPal_UI::~InfoPal_UI() {
-    // Deliveries still queued from other threads find no panel from now on.
-    mainThreadQueue_.reset();
+    // Unregistering also turns away the deliveries still queued for this panel.
     // The plug-in object may be gone already (a hidden panel outlives the death hook):
     // ask for the current one rather than trusting the owner pointer.
     if (InfoPal* plugin = InfoPal::GetPlugin(); plugin != nullptr && plugin->GetPanel() == this) {
@@ -441,30 +429,20 @@ void InfoPal_UI::UI_Describe(kitui::ui::UI_Description& out) const {
 
 void InfoPal_UI::UpdatePixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
                                  const M_Vector2T<double>* origin) {
+    const PixelDelivery delivery = PixelDelivery::Copy(pixel, position, origin);
     if (!U_IsOnUIThread()) {
-        // The pointers travel with the call: what they point to must outlive it.
-        (void)kitcore::threads::AsyncCallFromMainThread(
-            boost::bind(&DeliverPixelInfo, boost::weak_ptr<InfoPal_UI*>(mainThreadQueue_), pixel,
-                        position, origin),
-            0);
+        // Only values travel: the caller's records and this panel may be gone by the time
+        // the main thread runs the call, which then finds out whether the panel is still
+        // the registered one.
+        PostPixelDelivery(serial_, delivery);
         return;
     }
-    PixelDelivery delivery;
-    delivery.hasPixel = pixel != nullptr;
-    delivery.hasPosition = position != nullptr;
-    delivery.hasOrigin = origin != nullptr;
-    if (pixel != nullptr) {
-        delivery.pixel = *pixel;
-    }
-    if (position != nullptr) {
-        delivery.position = *position;
-    }
-    if (origin != nullptr) {
-        delivery.origin = *origin;
-    }
+    UpdatePixelInfo(delivery);
+}
+
+void InfoPal_UI::UpdatePixelInfo(const PixelDelivery& delivery) {
     if (!IsVisibleForUpdates()) {
-        // Only the latest delivery waits for the panel to be shown again; it is held by
-        // value, since the caller's values need not live that long.
+        // Only the latest delivery waits for the panel to be shown again.
         pendingPixel_ = boost::bind(&InfoPal_UI::ApplyPixelDelivery, this, delivery);
         return;
     }

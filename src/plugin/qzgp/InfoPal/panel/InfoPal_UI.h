@@ -6,8 +6,8 @@
 #include <cstdint>
 
 #include <boost/function.hpp>
-#include <boost/shared_ptr.hpp>
 
+#include "InfoPal/panel/PixelDelivery.h"
 #include "InfoPal/panel/QZGPPaletteUI.h"
 #include "InfoPal/readout/PixelDisplayMode.h"
 #include "InfoPal/suite/TextLinesSink.h"
@@ -70,9 +70,13 @@ public:
 
     // Pixel readout.
     /// [any-thread] Stores the pointer's pixel, position and origin (any may be null); off
-    /// the UI thread the call is posted to the main thread with the same pointers.
+    /// the UI thread their values are copied and posted to the main thread, where they
+    /// reach this panel if it is still the plug-in object's panel.
     void UpdatePixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
                          const M_Vector2T<double>* origin);
+    /// [ui-thread] Shows one delivery, or keeps it (the latest only) until the panel is
+    /// visible again.
+    void UpdatePixelInfo(const PixelDelivery& delivery);
     /// [ui-thread] Redraws the pixel block from the stored pixel, position and origin:
     /// channel labels, swatch (as the monitor shows the colour), values, X/Y and X'/Y'.
     void RefreshPixelReadout();
@@ -117,6 +121,8 @@ public:
 protected:
     /// Runs the pending text-lines update, then the pending pixel update.
     virtual void RefreshOnShow();
+    /// [ui-thread] Stores a delivery on the visible panel and refreshes the pixel block.
+    virtual void ApplyPixelDelivery(const PixelDelivery& delivery);
 
 private:
     void CreateControls();
@@ -126,16 +132,6 @@ private:
     void SetTextRow(std::size_t number, const kitcore::utility::UTF16String& text, bool alert);
     bool IsVisibleForUpdates() const;
 
-    /// One delivery of the pixel readout, held by value while it waits for the panel.
-    struct PixelDelivery {
-        bool hasPixel = false;
-        bool hasPosition = false;
-        bool hasOrigin = false;
-        PF_PixelFloat pixel{0, 0, 0, 0};
-        M_Vector2T<double> position{0, 0};
-        M_Vector2T<double> origin{0, 0};
-    };
-    void ApplyPixelDelivery(const PixelDelivery& delivery);
     void UpdateSwatch();
     void UpdatePositionValues();
     void UpdateOriginValues();
@@ -164,9 +160,10 @@ private:
     // The text buffers of the refresh, kept so that a refresh reuses their storage.
     kitcore::utility::UTF16String channelText_;
     kitcore::utility::UTF16String numberText_;
-    // Deliveries posted from other threads hold this weakly: a call that runs after the
-    // panel is gone finds it empty and does nothing.
-    boost::shared_ptr<InfoPal_UI*> mainThreadQueue_;
+    // The registration number that the plug-in object gave this panel (0: none): pixel
+    // deliveries posted from other threads carry it, and reach the panel only while it is
+    // still the registered one.
+    std::uint64_t serial_ = 0;
 };
 
 } // namespace infopal

@@ -5,6 +5,7 @@
 #include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/frame/TabVisibility.h"
 #include "InfoPal/panel/InfoPal_UI.h"
+#include "InfoPal/panel/PixelDelivery.h"
 #include "InfoPal/readout/PropertyReadouts.h"
 #include "InfoPal/suite/MainThreadDelivery.h"
 #include "host/U_Utility.h"
@@ -86,10 +87,30 @@ QZ_Err GetPixel(PF_PixelFloat* pixel) {
     return WithShownPanel([&](InfoPal_UI& panel) { *pixel = panel.GetPixel(); });
 }
 
+// Off the main thread the three steps are answered from what is safe to read there: that a
+// plug-in object exists, the workspace's shown test, and the registration number of the
+// current panel. Neither the plug-in object nor the panel is touched; the values go to the
+// main thread, to that panel.
+void PostPixelInfoFromWorker(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
+                             const M_Vector2T<double>* origin) {
+    if (!InfoPal::Exists() || !IsTabShown(kInfoTabType, true)) {
+        return;
+    }
+    const std::uint64_t panel = InfoPal::CurrentPanelSerial();
+    if (panel == 0) {
+        return;
+    }
+    PostPixelDelivery(panel, PixelDelivery::Copy(pixel, position, origin));
+}
+
 QZ_Err SetPixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
                     const M_Vector2T<double>* origin) {
-    return WithShownPanel(
-        [&](InfoPal_UI& panel) { panel.UpdatePixelInfo(pixel, position, origin); });
+    if (!U_IsOnUIThread()) {
+        return GuardHostCall([&] { PostPixelInfoFromWorker(pixel, position, origin); });
+    }
+    return WithShownPanel([&](InfoPal_UI& panel) {
+        panel.UpdatePixelInfo(PixelDelivery::Copy(pixel, position, origin));
+    });
 }
 
 QZ_Err RotationReadout(QZ_Narrow name, float value, float delta) {
