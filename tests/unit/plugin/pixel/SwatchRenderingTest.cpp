@@ -1,18 +1,27 @@
 // The swatch as the panel draws it after a pixel readout: the fill colour inside, the
-// theme's frame colour at the border, in every shape and fill path; and a monitor
+// theme's frame colour at the border, in every shape and fill path; what it asks the
+// drawing library to draw (recorded), which tells the fill paths apart; and a monitor
 // profile, which changes what the swatch shows but not the numbers.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <filesystem>
+#include <sstream>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 #include <lcms2.h>
 
 #include "InfoPal/controls/UI_SwatchRect.h"
 #include "PixelTestSupport.h"
 #include "kitui/ui/Theme.h"
+#include "qzhost/ImageCanvas.h"
 #include "qzhost/MonitorProfile.h"
 #include "qzhost/PanelRenderer.h"
+#include "qzhost/RecordingInkwell.h"
 #include "qzhost/ToolkitSettings.h"
 
 namespace pixel_test {
@@ -39,6 +48,78 @@ Rgba8 ToRgba8(const kitui::inkwell::ColorRGBA& c) {
 
 // 1, 0.6, 0.2 in 8 bits.
 constexpr Rgba8 kOrange{255, 153, 51, 255};
+
+using qzhost::DrawingCall;
+using qzhost::RecordedPathElement;
+
+std::string Text(const kitui::inkwell::ColorRGBA& c) {
+    std::ostringstream out;
+    out << "rgba(" << c.r << "," << c.g << "," << c.b << "," << c.a << ")";
+    return out.str();
+}
+
+// One fill or stroke in a line: what it draws and with what, e.g.
+// "fill rect 0,0 10x20 brush rgba(...)" or "stroke move 0.5,0 line 0.5,20 pen 1 rgba(...)".
+std::string Describe(const DrawingCall& call) {
+    std::ostringstream out;
+    out << (call.kind == DrawingCall::Kind::kStroke ? "stroke" : "fill");
+    if (!call.path_recorded) {
+        out << " (a path not recorded)";
+    }
+    for (const RecordedPathElement& e : call.path) {
+        switch (e.kind) {
+        case RecordedPathElement::Kind::kMoveTo:
+            out << " move " << e.point.x << "," << e.point.y;
+            break;
+        case RecordedPathElement::Kind::kLineTo:
+            out << " line " << e.point.x << "," << e.point.y;
+            break;
+        case RecordedPathElement::Kind::kRect:
+            out << " rect " << e.rect.x << "," << e.rect.y << " " << e.rect.width << "x"
+                << e.rect.height;
+            break;
+        case RecordedPathElement::Kind::kClose:
+            out << " close";
+            break;
+        }
+    }
+    if (!call.paint_given) {
+        out << " nothing";
+    } else if (call.kind == DrawingCall::Kind::kStroke) {
+        out << " pen " << call.pen_width << " " << Text(call.color);
+    } else if (call.kind == DrawingCall::Kind::kFillWithBrush) {
+        out << " brush " << Text(call.color);
+    } else {
+        out << " shader " << call.shader_start.x << "," << call.shader_start.y << " "
+            << Text(call.shader_start_color) << " to " << call.shader_end.x << ","
+            << call.shader_end.y << " " << Text(call.shader_end_color);
+    }
+    if (call.kind != DrawingCall::Kind::kStroke &&
+        call.fill_rule != kitui::inkwell::kFillRuleWinding) {
+        out << " (fill rule " << call.fill_rule << ")";
+    }
+    return out.str();
+}
+
+std::vector<std::string> Describe(const std::vector<DrawingCall>& calls) {
+    std::vector<std::string> lines;
+    for (const DrawingCall& call : calls) {
+        lines.push_back(Describe(call));
+    }
+    return lines;
+}
+
+// The colour the drawing tests give the swatch: exact in binary, so it prints exactly.
+constexpr kitui::inkwell::ColorRGBA kSwatchColor{0.25f, 0.5f, 0.75f, 1.0f};
+const std::string kBrush = " brush " + Text(kSwatchColor);
+const std::string kPen1 = " pen 1 " + Text(kSwatchColor);
+std::string FramePen() {
+    return " pen 2 " + Text(kitui::ui::GetColor(20));
+}
+std::string Shader(const char* from, const char* to) {
+    return std::string(" shader ") + from + " " + Text(kSwatchColor) + " to " + to + " " +
+           Text(kSwatchColor);
+}
 
 class SwatchRendering : public PanelTest {
 protected:
@@ -84,6 +165,34 @@ protected:
                         static_cast<int>((swatch.y + y) * scale));
     }
     static Rgba8 Frame() { return ToRgba8(kitui::ui::GetColor(20)); }
+
+    struct RecordedSwatch {
+        std::vector<DrawingCall> fills_and_strokes;
+        int shader_queries;
+        std::vector<DrawingCall> calls;
+        qzhost::RenderedImage image; // the canvas, which the recorder passed the drawing to
+        Box box;                     // the swatch's place on it
+    };
+    // Draws the swatch alone, of `width` x `height` units and colour kSwatchColor, as the
+    // toolkit draws a child of the panel: on a canvas of the panel's size at `scale`,
+    // moved to the swatch's place and clipped to its bounds; through a recorder.
+    RecordedSwatch DrawRecorded(float width, float height, double scale = 1.0) {
+        SetSwatchSize(width, height);
+        Swatch().color = kSwatchColor;
+        const Box box = SwatchInPanel();
+        const kitui::ui::RectT<float> panel = Panel()->UI_GetLocalRectF();
+        qzhost::ImageCanvas canvas(static_cast<int>(std::ceil(panel.width * scale)),
+                                   static_cast<int>(std::ceil(panel.height * scale)), scale);
+        kitui::inkwell::SurfaceInterface& surface = *canvas.GetInkwell().GetSurface();
+        surface.BeginDrawing();
+        surface.Translate(static_cast<float>(box.x), static_cast<float>(box.y));
+        surface.ClipToRect(Swatch().UI_GetLocalRectF());
+        qzhost::RecordingInkwell recorder(canvas.GetInkwell());
+        Swatch().UI_Draw(&recorder.GetInkwell());
+        surface.EndDrawing();
+        return {recorder.FillsAndStrokes(), recorder.ShaderQueries(), recorder.Calls(),
+                canvas.Snapshot(), box};
+    }
 };
 
 TEST_F(SwatchRendering, ASquareSwatchIsFilledWithThePixelAndFramed) {
@@ -152,23 +261,222 @@ TEST_F(SwatchRendering, AThinSwatchStaysInsideItsBoundsAndIsFramed) {
     }
 }
 
-TEST_F(SwatchRendering, AMagnifiedThinSwatchIsFilledAndFramed) {
-    SetSwatchSize(2, 20);
-    ASSERT_EQ(Deliver(Pixel(1, 1.0f, 0.6f, 0.2f)), 0);
-    const auto swatch = SwatchInPanel();
-    const qzhost::RenderedImage image = Render(2.0);
-    for (double y : {1.25, 10.25, 18.75}) {
-        EXPECT_TRUE(Near(At(image, swatch, 0.25, y, 2.0), Frame())) << y;
-        EXPECT_TRUE(Near(At(image, swatch, 1.75, y, 2.0), Frame())) << y;
-    }
-    EXPECT_FALSE(Near(At(image, swatch, 2.25, 10.25, 2.0), kOrange));
-}
-
 TEST_F(SwatchRendering, AnOverRangeTransparentPixelShowsOpaqueClampedColour) {
     ASSERT_EQ(Deliver(Pixel(0.25f, 2.0f, -0.5f, 0.6f)), 0);
     const auto swatch = SwatchInPanel();
     const qzhost::RenderedImage image = Render();
     EXPECT_TRUE(Near(At(image, swatch, 10.5, 10.5), Rgba8{255, 0, 153, 255}));
+}
+
+TEST_F(SwatchRendering, ASquareSwatchIsFilledInALeftAndARightHalf) {
+    const RecordedSwatch drawn = DrawRecorded(20, 20);
+    EXPECT_EQ(Describe(drawn.fills_and_strokes), (std::vector<std::string>{
+                                                     "fill rect 0,0 10x20" + kBrush,
+                                                     "fill rect 10,0 10x20" + kBrush,
+                                                     "stroke rect 0,0 20x20" + FramePen(),
+                                                 }));
+    EXPECT_EQ(drawn.shader_queries, 1);
+}
+
+TEST_F(SwatchRendering, ATallSwatchIsFilledInALeftAndARightHalf) {
+    const RecordedSwatch drawn = DrawRecorded(12, 40);
+    EXPECT_EQ(Describe(drawn.fills_and_strokes), (std::vector<std::string>{
+                                                     "fill rect 0,0 6x40" + kBrush,
+                                                     "fill rect 6,0 6x40" + kBrush,
+                                                     "stroke rect 0,0 12x40" + FramePen(),
+                                                 }));
+}
+
+TEST_F(SwatchRendering, AWideSwatchIsFilledInATopAndABottomHalf) {
+    const RecordedSwatch drawn = DrawRecorded(40, 12);
+    EXPECT_EQ(Describe(drawn.fills_and_strokes), (std::vector<std::string>{
+                                                     "fill rect 0,0 40x6" + kBrush,
+                                                     "fill rect 0,6 40x6" + kBrush,
+                                                     "stroke rect 0,0 40x12" + FramePen(),
+                                                 }));
+}
+
+TEST_F(SwatchRendering, WhenTheSupplierAsksForShadersEachHalfIsFilledWithAShaderAcrossIt) {
+    qzhost::ToolkitSettings::Get().SetShaderFills(true);
+    // Each shader runs across its half, from its start to the middle and from the middle
+    // to the far side; both ends have the swatch's colour.
+    const RecordedSwatch square = DrawRecorded(20, 20);
+    EXPECT_EQ(Describe(square.fills_and_strokes),
+              (std::vector<std::string>{
+                  "fill rect 0,0 10x20" + Shader("0,0", "10,0"),
+                  "fill rect 10,0 10x20" + Shader("10,0", "20,0"),
+                  "stroke rect 0,0 20x20" + FramePen(),
+              }));
+    EXPECT_EQ(square.shader_queries, 1);
+
+    const RecordedSwatch wide = DrawRecorded(40, 12);
+    EXPECT_EQ(Describe(wide.fills_and_strokes), (std::vector<std::string>{
+                                                    "fill rect 0,0 40x6" + Shader("0,0", "0,6"),
+                                                    "fill rect 0,6 40x6" + Shader("0,6", "0,12"),
+                                                    "stroke rect 0,0 40x12" + FramePen(),
+                                                }));
+}
+
+TEST_F(SwatchRendering, ATwoUnitSwatchOnAnUnmagnifiedSurfaceIsTwoOneUnitStrokes) {
+    // Strokes along the long side, a quarter and three quarters of the way across.
+    const RecordedSwatch tall = DrawRecorded(2, 20);
+    EXPECT_EQ(Describe(tall.fills_and_strokes), (std::vector<std::string>{
+                                                    "stroke move 0.5,0 line 0.5,20" + kPen1,
+                                                    "stroke move 1.5,0 line 1.5,20" + kPen1,
+                                                    "stroke rect 0,0 2x20" + FramePen(),
+                                                }));
+    // Drawn in its place in the panel: moved, not magnified.
+    ASSERT_FALSE(tall.fills_and_strokes.empty());
+    const kitui::inkwell::Transform moved = tall.fills_and_strokes[0].transform;
+    EXPECT_EQ(moved.XX(), 1.0);
+    EXPECT_EQ(moved.YY(), 1.0);
+    EXPECT_NE(moved.X0(), 0.0);
+
+    const RecordedSwatch wide = DrawRecorded(20, 2);
+    EXPECT_EQ(Describe(wide.fills_and_strokes), (std::vector<std::string>{
+                                                    "stroke move 0,0.5 line 20,0.5" + kPen1,
+                                                    "stroke move 0,1.5 line 20,1.5" + kPen1,
+                                                    "stroke rect 0,0 20x2" + FramePen(),
+                                                }));
+
+    const RecordedSwatch square = DrawRecorded(2, 2);
+    EXPECT_EQ(Describe(square.fills_and_strokes), (std::vector<std::string>{
+                                                      "stroke move 0.5,0 line 0.5,2" + kPen1,
+                                                      "stroke move 1.5,0 line 1.5,2" + kPen1,
+                                                      "stroke rect 0,0 2x2" + FramePen(),
+                                                  }));
+}
+
+TEST_F(SwatchRendering, ATwoUnitSwatchOnAReducedSurfaceIsStillTwoStrokes) {
+    const RecordedSwatch drawn = DrawRecorded(2, 20, 0.5);
+    EXPECT_EQ(Describe(drawn.fills_and_strokes), (std::vector<std::string>{
+                                                     "stroke move 0.5,0 line 0.5,20" + kPen1,
+                                                     "stroke move 1.5,0 line 1.5,20" + kPen1,
+                                                     "stroke rect 0,0 2x20" + FramePen(),
+                                                 }));
+}
+
+TEST_F(SwatchRendering, ATwoUnitSwatchOnAMagnifiedSurfaceIsFilledInHalves) {
+    const RecordedSwatch drawn = DrawRecorded(2, 20, 2.0);
+    EXPECT_EQ(Describe(drawn.fills_and_strokes), (std::vector<std::string>{
+                                                     "fill rect 0,0 1x20" + kBrush,
+                                                     "fill rect 1,0 1x20" + kBrush,
+                                                     "stroke rect 0,0 2x20" + FramePen(),
+                                                 }));
+    ASSERT_FALSE(drawn.fills_and_strokes.empty());
+    EXPECT_EQ(drawn.fills_and_strokes[0].transform.XX(), 2.0);
+
+    qzhost::ToolkitSettings::Get().SetShaderFills(true);
+    const RecordedSwatch shaded = DrawRecorded(20, 2, 1.5);
+    EXPECT_EQ(Describe(shaded.fills_and_strokes), (std::vector<std::string>{
+                                                      "fill rect 0,0 20x1" + Shader("0,0", "0,1"),
+                                                      "fill rect 0,1 20x1" + Shader("0,1", "0,2"),
+                                                      "stroke rect 0,0 20x2" + FramePen(),
+                                                  }));
+}
+
+TEST_F(SwatchRendering, ASwatchOfAnotherShortSideIsFilledInHalvesOnAnUnmagnifiedSurface) {
+    const RecordedSwatch three = DrawRecorded(3, 20);
+    EXPECT_EQ(Describe(three.fills_and_strokes), (std::vector<std::string>{
+                                                     "fill rect 0,0 1.5x20" + kBrush,
+                                                     "fill rect 1.5,0 1.5x20" + kBrush,
+                                                     "stroke rect 0,0 3x20" + FramePen(),
+                                                 }));
+    const RecordedSwatch one = DrawRecorded(20, 1);
+    EXPECT_EQ(Describe(one.fills_and_strokes), (std::vector<std::string>{
+                                                   "fill rect 0,0 20x0.5" + kBrush,
+                                                   "fill rect 0,0.5 20x0.5" + kBrush,
+                                                   "stroke rect 0,0 20x1" + FramePen(),
+                                               }));
+}
+
+TEST_F(SwatchRendering, TheFrameIsAlwaysTwoUnitsWideInThemeColour20AroundTheBounds) {
+    // The frame's colour is the theme's, not the swatch's, nor another colour of the theme.
+    ASSERT_NE(kitui::ui::GetColor(20), kSwatchColor);
+    ASSERT_NE(kitui::ui::GetColor(20), kitui::ui::GetColor(19));
+    ASSERT_NE(kitui::ui::GetColor(20), kitui::ui::GetColor(21));
+    const std::pair<float, float> sizes[] = {{20, 20}, {40, 12}, {12, 40},
+                                             {2, 20},  {20, 2},  {3, 3}};
+    for (const bool shaders : {false, true}) {
+        qzhost::ToolkitSettings::Get().SetShaderFills(shaders);
+        for (const auto& [width, height] : sizes) {
+            for (const double scale : {1.0, 2.0}) {
+                const RecordedSwatch drawn = DrawRecorded(width, height, scale);
+                ASSERT_EQ(drawn.fills_and_strokes.size(), 3u);
+                const DrawingCall& frame = drawn.fills_and_strokes.back();
+                EXPECT_EQ(frame.kind, DrawingCall::Kind::kStroke);
+                EXPECT_EQ(frame.pen_width, 2.0f);
+                EXPECT_EQ(frame.color, kitui::ui::GetColor(20));
+                EXPECT_EQ(frame.path,
+                          (std::vector<RecordedPathElement>{
+                              {RecordedPathElement::Kind::kRect, {}, {0, 0, width, height}}}))
+                    << width << "x" << height << " at " << scale
+                    << (shaders ? " with shaders" : "");
+            }
+        }
+    }
+}
+
+TEST_F(SwatchRendering, TheSwatchDrawsInABracketOfItsOwnClippedToItsBoundsWithoutAntialiasing) {
+    const RecordedSwatch drawn = DrawRecorded(20, 12);
+    std::vector<DrawingCall::Kind> kinds;
+    for (const DrawingCall& call : drawn.calls) {
+        kinds.push_back(call.kind);
+    }
+    using Kind = DrawingCall::Kind;
+    EXPECT_EQ(kinds, (std::vector<Kind>{Kind::kBeginDrawing, Kind::kClipToRect,
+                                        Kind::kSetAntialiasing, Kind::kFillWithBrush,
+                                        Kind::kFillWithBrush, Kind::kStroke, Kind::kEndDrawing}));
+    ASSERT_EQ(drawn.calls.size(), 7u);
+    EXPECT_EQ(drawn.calls[1].rect, (kitui::ui::RectT<float>{0, 0, 20, 12}));
+    EXPECT_EQ(drawn.calls[2].antialiasing, 0);
+}
+
+TEST_F(SwatchRendering, WhatTheRecorderRecordsIsDrawnOnTheCanvasToo) {
+    const RecordedSwatch drawn = DrawRecorded(20, 20);
+    const Rgba8 colour = ToRgba8(kSwatchColor);
+    for (double x : {3.5, 9.5, 10.5, 16.5}) {
+        EXPECT_TRUE(Near(At(drawn.image, drawn.box, x, 10.5), colour)) << x;
+    }
+    EXPECT_TRUE(Near(At(drawn.image, drawn.box, 0.5, 10.5), Frame()));
+    EXPECT_TRUE(Near(At(drawn.image, drawn.box, 19.5, 10.5), Frame()));
+    // Nothing outside the swatch.
+    EXPECT_EQ(At(drawn.image, drawn.box, -0.5, 10.5).a, 0);
+}
+
+TEST_F(SwatchRendering, ThePanelDrawsTheSwatchInItsPlaceBesideTheValues) {
+    Choose(kBpc8Command);
+    ASSERT_EQ(Deliver(Pixel(1, 1.0f, 0.6f, 0.2f)), 0);
+    const Box box = SwatchInPanel();
+    const kitui::ui::RectT<float> local = Panel()->UI_GetLocalRectF();
+    qzhost::ImageCanvas canvas(static_cast<int>(std::ceil(local.width)),
+                               static_cast<int>(std::ceil(local.height)), 1.0);
+    qzhost::RecordingInkwell recorder(canvas.GetInkwell());
+    Panel()->UI_Draw(&recorder.GetInkwell());
+
+    // The two halves in the swatch's colour, moved to where the swatch lies in the panel.
+    int halves = 0;
+    for (const DrawingCall& call : recorder.FillsAndStrokes()) {
+        if (call.kind == DrawingCall::Kind::kFillWithBrush && call.color == Swatch().color) {
+            ++halves;
+            EXPECT_EQ(call.transform.X0(), box.x);
+            EXPECT_EQ(call.transform.Y0(), box.y);
+        }
+    }
+    EXPECT_EQ(halves, 2);
+    // The values are drawn as text.
+    std::vector<std::string> texts;
+    for (const DrawingCall& call : recorder.Calls()) {
+        if (call.kind == DrawingCall::Kind::kDrawText) {
+            texts.push_back(call.text);
+        }
+    }
+    EXPECT_EQ(Values(), (std::array<std::string, 4>{"255", "153", "51", "255"}));
+    for (const std::string& value : Values()) {
+        EXPECT_NE(std::find(texts.begin(), texts.end(), value), texts.end()) << value;
+    }
+    // Where the swatch lies, the canvas shows its colour.
+    EXPECT_TRUE(Near(At(canvas.Snapshot(), box, box.width / 2, box.height / 2), kOrange));
 }
 
 // A monitor profile with the sRGB primaries and white point and a linear response: a

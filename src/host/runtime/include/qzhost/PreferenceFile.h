@@ -19,8 +19,11 @@ namespace qzhost {
 /// Makes `path` the preference file and reads it. A missing file is created, with its
 /// folder. A file that cannot be parsed is renamed to "<file>.corrupt" (or
 /// "<file>.corrupt.N"), the store starts empty and a host warning says so
-/// (HostControls::Warnings). Throws std::runtime_error when the file can neither be read
-/// nor created; the store then keeps its previous file.
+/// (HostControls::Warnings). The temporary files of the file (".<name>.tmp-" and six
+/// letters or digits, in its folder) that writers killed mid-write left behind are
+/// removed; a writer still at work in another process keeps its own. Throws
+/// std::runtime_error when the file can neither be read nor created; the store then keeps
+/// its previous file.
 QZ_HOST_API void SetPreferenceFile(const std::filesystem::path& path);
 
 /// Back to a new, empty preference file private to this process.

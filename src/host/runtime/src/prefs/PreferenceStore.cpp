@@ -76,6 +76,10 @@ void PREF_Store::Open(const fs::path& path) {
     }
     const fs::path file = fs::absolute(path);
     std::lock_guard lock(mutex_);
+    // A writer killed while it wrote leaves its temporary file beside the file; those of
+    // writers that are gone go now. A writer still at work, in another process, keeps its
+    // file (it holds it locked).
+    (void)qzhost::prefs::RemoveAbandonedTemporaryFiles(file);
     std::error_code ec;
     qzhost::prefs::PreferenceData data;
     std::string warning;

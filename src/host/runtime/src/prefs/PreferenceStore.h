@@ -16,8 +16,10 @@ public:
 
     /// Makes `path` the preference file and reads it; a missing file is created (with
     /// its folder). A file that cannot be parsed is renamed aside and the store starts
-    /// empty, with one host warning. Throws std::runtime_error when the file cannot be
-    /// read or created; the store then keeps its previous file and preferences.
+    /// empty, with one host warning. Temporary files of the file that writers killed
+    /// mid-write left behind are removed first (those of living writers stay). Throws
+    /// std::runtime_error when the file cannot be read or created; the store then keeps
+    /// its previous file and preferences.
     void Open(const std::filesystem::path& path);
     /// Back to a new, empty file private to this process, made when first needed and
     /// removed when the store is reset or the process ends.
