@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "InfoPal/suite/TextLinesSink.h"
+#include "InfoPal/readout/TextLinesSink.h"
 #include "kitcore/utility/UTF16String.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"

@@ -59,7 +59,7 @@ InfoPal::InfoPal(QZ_BasicSuiteTable* basic, QZGP_PluginID plugin_id)
 
 InfoPal::~InfoPal() {
     if (QZWorkspace::Exists()) {
-        if (IsTabShown(kInfoTabType, true)) {
+        if (PanelIsShown()) {
             WorkspaceUtils::ToggleTabState(kInfoTabType, 0);
         }
         QZWorkspace::Get()->UnregisterTabCreator(kInfoTabType);
@@ -91,7 +91,7 @@ void InfoPal::UpdateMenuHandler() {
     const QZGP_CommandSuite1& commands = CommandSuite();
     CallSuite(commands.EnableCommand, CommandNumber());
     try {
-        CallSuite(commands.CheckMarkMenuCommand, CommandNumber(), IsTabShown(kInfoTabType, true));
+        CallSuite(commands.CheckMarkMenuCommand, CommandNumber(), PanelIsShown());
     } catch (QZ_Err) {
         // The check mark is cosmetic: its failure does not fail the menu update.
     } catch (const std::exception& error) {
@@ -118,7 +118,7 @@ std::uint64_t InfoPal::SetPanel(QZGPPaletteUI* panel) noexcept {
     return serial;
 }
 
-bool InfoPal::PanelIsShown() const {
+bool InfoPal::PanelIsShown() {
     return IsTabShown(kInfoTabType, true);
 }
 
@@ -131,7 +131,7 @@ QZGPPaletteUI* InfoPal::GetPanelCreatingIfNeeded() {
 }
 
 void InfoPal::SetPanelShown(bool shown) {
-    if (IsTabShown(kInfoTabType, true) != shown) {
+    if (PanelIsShown() != shown) {
         WorkspaceUtils::ToggleTabState(kInfoTabType, 0);
     }
 }

@@ -38,8 +38,11 @@ public:
     static std::uint64_t CurrentPanelSerial() noexcept;
 
     // The remaining accessors are [ui-thread].
-    /// Whether the panel counts as shown (with the front test).
-    bool PanelIsShown() const;
+    /// [any-thread] Whether the Info panel counts as shown: its tab is open in a shown
+    /// frame, and stands in a stacked frame or is the front tab of its frame. The one
+    /// visibility test of the plug-in: the suite, the panel's pending updates and the menu
+    /// check mark all ask it.
+    static bool PanelIsShown();
     /// The panel; when there is none, the tab is toggled (so that the workspace creates
     /// and shows it) and the panel is looked up again, which may still give null.
     QZGPPaletteUI* GetPanelCreatingIfNeeded();

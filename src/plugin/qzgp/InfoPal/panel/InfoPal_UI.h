@@ -10,7 +10,7 @@
 #include "InfoPal/panel/PixelDelivery.h"
 #include "InfoPal/panel/QZGPPaletteUI.h"
 #include "InfoPal/readout/PixelDisplayMode.h"
-#include "InfoPal/suite/TextLinesSink.h"
+#include "InfoPal/readout/TextLinesSink.h"
 #include "host/M_Vector.h"
 #include "host/PF_Pixel.h"
 #include "kitui/controls/UI_PictureSupplyMessage.h"
@@ -125,13 +125,18 @@ protected:
     virtual void ApplyPixelDelivery(const PixelDelivery& delivery);
 
 private:
+    /// Makes the notation in the preference file, if any, the current one.
+    void LoadStoredPixelDisplayMode();
     void CreateControls();
     void ArrangeControls(const kitui::ui::RectT<float>& rect);
     void ChangeTextLinesType();
     void RedrawTextLines();
     void SetTextRow(std::size_t number, const kitcore::utility::UTF16String& text, bool alert);
-    bool IsVisibleForUpdates() const;
 
+    /// Fills the value fields 7 to 10 from the stored pixel in the current notation.
+    void UpdateColorValues();
+    /// Sets value field `number` to `text` and invalidates it.
+    void SetValueField(std::size_t number, const kitcore::utility::UTF16String& text);
     void UpdateSwatch();
     void UpdatePositionValues();
     void UpdateOriginValues();

@@ -4,31 +4,19 @@
 #include <cstdint>
 #include <utility>
 
+#include "InfoPal/readout/NumberTextCalls.h"
 #include "InfoPal/readout/ReadoutNumbers.h"
 #include "host/U_Utility.h"
-#include "kitcore/utility/NumberText.h"
 
 namespace infopal {
 
 namespace {
 
-using kitcore::utility::Flags;
-using kitcore::utility::NumberToString;
 using kitcore::utility::ReplaceInString;
 using kitcore::utility::UTF16String;
 
 constexpr const char* kDegreeKey = "$$$/QZ/Plugin/InfoPal/Degree=^D";
 constexpr float kDegreesPerTurn = 360.0F;
-// NumberToString's last argument, as the host's number text expects it.
-constexpr int kNumberTextLast = 31;
-
-UTF16String OneDecimal(double value) {
-    return NumberToString(value, 1, 1, Flags<unsigned short>(), kNumberTextLast);
-}
-
-UTF16String WholeNumber(double value) {
-    return NumberToString(value, 1, 0, Flags<unsigned short>(), kNumberTextLast);
-}
 
 UTF16String TurnsText(float degrees) {
     const bool negative = degrees < 0.0F;
@@ -39,8 +27,8 @@ UTF16String TurnsText(float degrees) {
     const std::int32_t turn_degrees = static_cast<std::int32_t>(turns) * 360;
     const float remainder = magnitude - static_cast<float>(turn_degrees);
     return ReplaceInString(U_AsciiToUTF16String("@0@1x @2 @3"),
-                           U_AsciiToUTF16String(negative ? "-" : ""), WholeNumber(turns),
-                           U_AsciiToUTF16String(negative ? "-" : "+"), OneDecimal(remainder));
+                           U_AsciiToUTF16String(negative ? "-" : ""), AtMostOneDecimalText(turns),
+                           U_AsciiToUTF16String(negative ? "-" : "+"), OneDecimalText(remainder));
 }
 
 } // namespace
@@ -49,7 +37,7 @@ void FormatAngleText(float degrees, UTF16String& out) {
     // NaN fails both limits and takes the revolution form.
     const bool within_turn = degrees > -kDegreesPerTurn && degrees < kDegreesPerTurn;
     UTF16String text = within_turn
-                           ? ReplaceInString(U_AsciiToUTF16String("@0"), OneDecimal(degrees))
+                           ? ReplaceInString(U_AsciiToUTF16String("@0"), OneDecimalText(degrees))
                            : TurnsText(degrees);
     text += U_ZStringToUTF16String(kDegreeKey);
     out = std::move(text);

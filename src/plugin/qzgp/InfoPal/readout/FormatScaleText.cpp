@@ -4,16 +4,14 @@
 
 #include <cstdint>
 
+#include "InfoPal/readout/NumberTextCalls.h"
 #include "InfoPal/readout/ReadoutNumbers.h"
 #include "host/U_Utility.h"
-#include "kitcore/utility/NumberText.h"
 
 namespace infopal {
 
 namespace {
 
-using kitcore::utility::Flags;
-using kitcore::utility::NumberToString;
 using kitcore::utility::ReplaceInString;
 using kitcore::utility::UTF16String;
 
@@ -26,7 +24,7 @@ std::int16_t RoundedForComparison(float value) {
 }
 
 UTF16String Percent(float value) {
-    return NumberToString(value, 1, 0, Flags<unsigned short>(), 31);
+    return AtMostOneDecimalText(value);
 }
 
 } // namespace

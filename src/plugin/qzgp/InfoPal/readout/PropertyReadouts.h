@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "InfoPal/suite/TextLinesSink.h"
+#include "InfoPal/readout/TextLinesSink.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 
 namespace infopal {

@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-#include "InfoPal/suite/TextLinesSink.h"
+#include "InfoPal/readout/TextLinesSink.h"
 #include "kitcore/utility/UTF16String.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 

@@ -27,7 +27,7 @@ QZ_Err WithShownPanel(Body&& body) {
     return GuardHostCall([&] {
         (void)GetUISuppressed();
         InfoPal* plugin = InfoPal::GetPlugin();
-        if (plugin == nullptr || !plugin->PanelIsShown()) {
+        if (plugin == nullptr || !InfoPal::PanelIsShown()) {
             return;
         }
         auto* panel = dynamic_cast<InfoPal_UI*>(plugin->GetPanelCreatingIfNeeded());
@@ -44,7 +44,7 @@ template <class Body>
 QZ_Err WithShownPanelThenUpdate(Body&& body) {
     return WithShownPanel([&](InfoPal_UI& panel) {
         body(panel);
-        if (IsTabShown(kInfoTabType, true)) {
+        if (InfoPal::PanelIsShown()) {
             panel.UI_UpdateImmediately(-1);
         }
     });
@@ -93,7 +93,7 @@ QZ_Err GetPixel(PF_PixelFloat* pixel) {
 // main thread, to that panel.
 void PostPixelInfoFromWorker(const PF_PixelFloat* pixel, const M_Vector2T<double>* position,
                              const M_Vector2T<double>* origin) {
-    if (!InfoPal::Exists() || !IsTabShown(kInfoTabType, true)) {
+    if (!InfoPal::Exists() || !InfoPal::PanelIsShown()) {
         return;
     }
     const std::uint64_t panel = InfoPal::CurrentPanelSerial();
@@ -176,8 +176,7 @@ QZ_Err WithPlugin(Body&& body) {
 }
 
 QZ_Err IsPanelVisible() {
-    InfoPal* plugin = InfoPal::GetPlugin();
-    return plugin != nullptr && plugin->PanelIsShown() ? 1 : 0;
+    return InfoPal::GetPlugin() != nullptr && InfoPal::PanelIsShown() ? 1 : 0;
 }
 
 QZ_Err SetPanelVisible(bool visible) {
@@ -208,10 +207,10 @@ QZ_Err NoOperation() {
 }
 
 QZ_Err UpdatePanelTab() {
-    return WithPlugin([&](InfoPal& plugin) {
+    return WithPlugin([&](InfoPal&) {
         auto* tab =
             kitworkspace::workspace::WorkspaceUtils::FindFirstTabOfType(kInfoTabType, nullptr);
-        if (tab == nullptr || !plugin.PanelIsShown()) {
+        if (tab == nullptr || !InfoPal::PanelIsShown()) {
             return;
         }
         int request = -1;

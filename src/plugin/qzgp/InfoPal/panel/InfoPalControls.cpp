@@ -1,0 +1,183 @@
+// The Info panel's 23 controls: what each is, how it is created and labelled, how the
+// panel arranges them when it is resized, and the crosshair picture that control 2 asks
+// for.
+#include "InfoPal/panel/InfoPal_UI.h"
+
+#include <boost/bind/bind.hpp>
+
+#include "InfoPal/controls/UI_SwatchRect.h"
+#include "InfoPal/frame/InfoPal.h"
+#include "InfoPal/panel/ControlCreators.h"
+#include "host/U_Utility.h"
+#include "kitui/controls/UI_MessageHandler.h"
+#include "kitui/utility/EDB_Image.h"
+
+namespace infopal {
+
+namespace {
+
+using kitcore::utility::UTF16String;
+using kitui::controls::UI_Divider;
+using kitui::controls::UI_StaticText;
+using kitui::ui::RectT;
+
+// The crosshair picture of control 2.
+constexpr const char* kCrosshairPicture = "InfoCrosshairs_Sm";
+
+// The width of the horizontal divider is the panel's less this margin.
+constexpr float kDividerMargin = 13.0f;
+
+struct ControlPlan {
+    enum Kind { Divider, Image, Text, Swatch } kind;
+    float width;
+    float height;
+    const char* label; // localised key of a label's text, or null
+    bool visible;
+};
+
+// The 23 controls by layout number: what each is, the size asked at creation, the label
+// key of the labels and whether it is visible at start.
+constexpr ControlPlan kControls[control::kCount] = {
+    {ControlPlan::Divider, 195, 2, nullptr, true},
+    {ControlPlan::Divider, 2, 50, nullptr, true},
+    {ControlPlan::Image, 17, 17, nullptr, true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText1Red=R :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText2Green=G :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText3Blue=B :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText4=A :", true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText1=X :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText2=Y :", true},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText1=X' :", false},
+    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText2=Y' :", false},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, true},
+    {ControlPlan::Text, 90, 14, nullptr, false},
+    {ControlPlan::Text, 90, 14, nullptr, false},
+    {ControlPlan::Swatch, 0, 0, nullptr, true},
+    {ControlPlan::Text, 190, 14, nullptr, true},
+    {ControlPlan::Text, 190, 14, nullptr, true},
+    {ControlPlan::Text, 190, 14, nullptr, true},
+};
+
+// The HSB labels of the first three channel rows.
+constexpr const char* kHSBLabels[3] = {
+    "$$$/QZ/Plugin/InfoPal/RGBAText1Hue=H :", "$$$/QZ/Plugin/InfoPal/RGBAText2Saturation=S :",
+    "$$$/QZ/Plugin/InfoPal/RGBAText3Brightness=B :"};
+
+} // namespace
+
+void InfoPal_UI::CreateControls() {
+    kitui::controls::UI_ControlsContainer* container = GetControlsContainer(0);
+    for (std::size_t number = 0; number < control::kCount; ++number) {
+        const ControlPlan& plan = kControls[number];
+        std::unique_ptr<kitui::ui::UI_Node> node;
+        switch (plan.kind) {
+        case ControlPlan::Divider:
+            node = CreateDivider();
+            break;
+        case ControlPlan::Image: {
+            auto image = CreateStaticImage();
+            image->SetPictureSupplyHandler(
+                kitui::controls::UI_MakeMessageHandler<kitui::controls::UI_PictureSupplyMessage>(
+                    boost::bind(&InfoPal_UI::SupplyCrosshairPicture, this,
+                                boost::placeholders::_1)));
+            image->SetControlMessageHandler(
+                kitui::controls::UI_MakeMessageHandler<kitui::controls::UI_ControlMessage>(
+                    boost::bind(&InfoPal_UI::HandleControlMessage, this, boost::placeholders::_1)));
+            node = std::move(image);
+            break;
+        }
+        case ControlPlan::Text: {
+            auto text = CreateStaticText();
+            if (plan.label != nullptr) {
+                text->SetValue(ControlLabelText(number, UTF16String()));
+            }
+            node = std::move(text);
+            break;
+        }
+        case ControlPlan::Swatch:
+            node = std::make_unique<kitui::controls::UI_SwatchRect>();
+            break;
+        }
+        if (plan.width > 0) {
+            node->UI_SetBounds(RectT<float>{0, 0, plan.width, plan.height});
+        }
+        node->UI_Show(plan.visible);
+        container->UI_AddChild(std::move(node));
+    }
+}
+
+UTF16String InfoPal_UI::ControlLabelText(std::size_t number, const UTF16String& fallback) const {
+    if (number < control::kChannelLabel1 || number > control::kYPrimeLabel ||
+        (number >= control::kChannelValue1 && number < control::kXLabel)) {
+        return fallback;
+    }
+    if (mode_ == pixel_mode::kHSB && number < control::kChannelLabel1 + 3) {
+        return U_ZStringToUTF16String(kHSBLabels[number - control::kChannelLabel1]);
+    }
+    return U_ZStringToUTF16String(kControls[number].label);
+}
+
+void InfoPal_UI::ArrangeControls(const RectT<float>& rect) {
+    if (rect.width <= 0 || rect.height <= 0) {
+        return;
+    }
+    const float width = UI_GetLocalRectF().width;
+    for (std::size_t number = control::kTextLine1; number < control::kTextLine1 + 3; ++number) {
+        auto& row = GetControl<UI_StaticText>(number);
+        RectT<float> bounds = row.UI_GetBounds();
+        bounds.width = width;
+        row.UI_SetBounds(bounds);
+    }
+    auto& divider = GetControl<UI_Divider>(control::kHorizontalDivider);
+    RectT<float> bounds = divider.UI_GetBounds();
+    bounds.width = width - kDividerMargin;
+    divider.UI_SetBounds(bounds);
+}
+
+void InfoPal_UI::UI_LocalRectChanged(const RectT<float>& local) {
+    // The controls exist once construction has created them; a resize before that (the
+    // base sizing itself) has nothing to arrange.
+    if (UI_GetChildCount() > 0 && GetControlsContainer(0)->UI_GetChildCount() == control::kCount) {
+        ArrangeControls(local);
+    }
+    QZGPPaletteUI::UI_LocalRectChanged(local);
+}
+
+std::size_t InfoPal_UI::ControlNumberOf(const kitui::controls::UI_ControlMessage& message) const {
+    const auto* sender = dynamic_cast<const kitui::controls::UI_ControlView*>(message.GetControl());
+    if (sender == nullptr) {
+        ThrowInvalidTypeConversion();
+    }
+    const kitui::controls::UI_ControlsContainer* container = GetControlsContainer(0);
+    for (std::size_t number = 0; number < container->UI_GetChildCount(); ++number) {
+        if (container->UI_GetChild(number) == sender) {
+            return number;
+        }
+    }
+    return control::kCount;
+}
+
+void InfoPal_UI::SupplyCrosshairPicture(kitui::controls::UI_PictureSupplyMessage& message) {
+    if (ControlNumberOf(message) != control::kCrosshair) {
+        return;
+    }
+    const InfoPal* plugin = InfoPal::GetPlugin();
+    message.SetImage(EDB_GetImage(plugin != nullptr ? plugin->GetResourceManager() : nullptr,
+                                  message.GetDrawSupplier(), kCrosshairPicture,
+                                  message.GetStateFlags(),
+                                  kitui::utility::image_file_type::kPNGOrSVG, true, true, nullptr));
+}
+
+void InfoPal_UI::HandleControlMessage(kitui::controls::UI_ControlMessage& message) {
+    // A picture request that reaches the general handler is answered the same way.
+    if (auto* supply = dynamic_cast<kitui::controls::UI_PictureSupplyMessage*>(&message)) {
+        SupplyCrosshairPicture(*supply);
+    }
+}
+
+} // namespace infopal
