@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "HostReset.h"
 #include "qzgp/QZGP_RegisterSuite.h"
 #include "qzhost/HookRegistry.h"
@@ -11,12 +14,29 @@
 #include "qzhost/MainLoop.h"
 #include "qzhost/MenuModel.h"
 #include "qzhost/SuiteRegistry.h"
+#include "kitworkspace/workspace/TabCreator.h"
 #include "qzhost/WorkspaceModel.h"
 
 extern "C" QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std::int32_t major, std::int32_t minor,
                                  QZGP_PluginID plugin_id, QZGP_GlobalRefcon* global_ref);
 
 namespace qztest {
+
+/// A tab creator that builds no panel: the workspace of a host that cannot make one.
+class CreatorOfNoPanel : public kitworkspace::workspace::TabCreator {
+public:
+    explicit CreatorOfNoPanel(const char* tab_type) : TabCreator(tab_type) {}
+    void Create(kitworkspace::workspace::TabPanel** out_panel, kitui::ui::UI_Node*,
+                const kitworkspace::workspace::TabPanelCreationArgs*) override {
+        *out_panel = nullptr;
+    }
+};
+
+/// Puts a creator of no panel in place of the creator of `tab_type`.
+inline void WorkspaceCreatesNoPanel(const char* tab_type) {
+    qzhost::WorkspaceModel::Get().UnregisterTabCreator(tab_type);
+    qzhost::WorkspaceModel::Get().RegisterTabCreator(new CreatorOfNoPanel(tab_type));
+}
 
 inline constexpr QZGP_PluginID kPluginID = 42;
 
@@ -28,8 +48,16 @@ protected:
         Death();
         qzhost::WorkspaceModel::Get().Reset();
         qzhost::MainLoop::Get().Discard();
-        // Whatever a test did, the plug-in gave back every suite it took.
+        // Whatever a test did, the plug-in gave back every suite it took, and kept to the
+        // host's calling contract (no [ui-thread] operation called from another thread).
         EXPECT_TRUE(qzhost::SuiteRegistry::Get().Held(qzhost::Acquirer::Plugin).empty());
+        if (expectViolations_) {
+            EXPECT_FALSE(qzhost::HostControls::Get().Violations().empty())
+                << "the test expected the host to record a contract violation";
+        } else {
+            EXPECT_EQ(qzhost::HostControls::Get().Violations(), std::vector<std::string>())
+                << "the host recorded contract violations during the test";
+        }
         qzhost::HostControls::Get().Reset();
     }
 
@@ -67,6 +95,8 @@ protected:
     }
 
     QZGP_GlobalRefcon global_ = nullptr;
+    /// Set by a test that breaks the host's calling contract on purpose.
+    bool expectViolations_ = false;
 };
 
 } // namespace qztest

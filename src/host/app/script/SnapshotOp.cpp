@@ -9,6 +9,7 @@
 
 #include "kitui/controls/UI_ControlsContainer.h"
 #include "kitui/controls/UI_StaticText.h"
+#include "kitui/ui/Theme.h"
 #include "kitui/ui/UI_Describable.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/PanelRenderer.h"
@@ -21,11 +22,6 @@
 namespace qzhost::script {
 
 namespace {
-
-/// The number of controls of the Info panel's layout.
-constexpr std::size_t kControlCount = 23;
-/// The theme colour of alert text.
-constexpr std::size_t kAlertColorID = 10076;
 
 /// A description collected as JSON values by key.
 class JsonDescription : public kitui::ui::UI_Description {
@@ -59,7 +55,7 @@ Json Rect(const kitui::ui::RectT<float>& rect) {
 }
 
 Json TextColor(const kitui::controls::UI_TextControl& text) {
-    if (text.GetTextColorID() == kAlertColorID) {
+    if (text.GetTextColorID() == kitui::ui::color_id::kAlertText) {
         return "alert";
     }
     if (text.HasDefaultTextColor()) {
@@ -74,7 +70,10 @@ Json Controls(const kitui::ui::UI_Node& panel) {
         panel.UI_GetChildCount() > 0
             ? dynamic_cast<const kitui::controls::UI_ControlsContainer*>(panel.UI_GetChild(0))
             : nullptr;
-    for (std::size_t id = 0; id < kControlCount; ++id) {
+    // Every control that the panel made, by layout number: the panel's own plan decides
+    // how many there are.
+    const std::size_t count = container != nullptr ? container->UI_GetChildCount() : 0;
+    for (std::size_t id = 0; id < count; ++id) {
         Json control = Json::object();
         control["id"] = id;
         const kitui::controls::UI_ControlView* view =

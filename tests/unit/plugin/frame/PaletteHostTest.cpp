@@ -75,8 +75,7 @@ TEST_F(PaletteHostTest, AShownTabOutsideAStackedFrameBehindOthersCountsAsNotShow
 }
 
 TEST_F(PaletteHostTest, APanelCreatedOnDemandIsNullWhenTheWorkspaceCreatesNone) {
-    // Without the tab creator the workspace has nothing to build the panel with.
-    WorkspaceModel::Get().UnregisterTabCreator("QZGP_Info");
+    qztest::WorkspaceCreatesNoPanel("QZGP_Info");
     EXPECT_EQ(Plugin().GetPanelCreatingIfNeeded(), nullptr);
 }
 

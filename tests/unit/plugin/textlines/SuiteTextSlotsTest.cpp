@@ -185,12 +185,12 @@ namespace {
 class SuitePanelOnDemandTest : public TextLinesFixture {};
 
 TEST_F(SuitePanelOnDemandTest, ASlotReturnsZeroWhenTheWorkspaceCreatesNoPanelOnDemand) {
-    // The tab stands shown, but the plug-in object holds no panel, and the workspace has
-    // no creator to build one with: the panel created on demand is null.
+    // The tab stands shown, but the plug-in object holds no panel, and the workspace
+    // builds none: the panel created on demand is null.
     auto& panel = OpenPanel();
     ASSERT_EQ(Suite().SetTextLines3("kept", "", ""), 0);
     infopal::InfoPal::GetPlugin()->SetPanel(nullptr);
-    WorkspaceModel::Get().UnregisterTabCreator(kTab);
+    qztest::WorkspaceCreatesNoPanel(kTab);
     ASSERT_TRUE(infopal::InfoPal::GetPlugin()->PanelIsShown());
 
     EXPECT_EQ(Suite().SetTextLines3("lost", "", ""), 0);

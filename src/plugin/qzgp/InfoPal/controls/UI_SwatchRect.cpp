@@ -16,7 +16,6 @@ using kitui::inkwell::kFillRuleWinding;
 using kitui::ui::PointT;
 using kitui::ui::RectT;
 
-constexpr std::size_t kFrameColorID = 20;
 constexpr float kFrameWidth = 2.0f;
 
 PointT<float> Add(PointT<float> a, PointT<float> b) {
@@ -96,7 +95,9 @@ void DrawSwatch(const RectT<float>& bounds, kitui::inkwell::Inkwell& ink,
 
     auto frame = supplier.NewPath();
     frame->AddRect(bounds);
-    surface.StrokePath(frame, supplier.NewPen(kitui::ui::GetColor(kFrameColorID), kFrameWidth));
+    surface.StrokePath(
+        frame,
+        supplier.NewPen(kitui::ui::GetColor(kitui::ui::color_id::kSwatchFrame), kFrameWidth));
     surface.EndDrawing();
 }
 

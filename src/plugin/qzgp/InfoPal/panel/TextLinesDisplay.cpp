@@ -9,6 +9,7 @@
 #include "InfoPal/frame/InfoPal.h"
 #include "host/COakApp.h"
 #include "host/U_Utility.h"
+#include "kitui/ui/Theme.h"
 
 namespace infopal {
 
@@ -16,9 +17,6 @@ namespace {
 
 using kitcore::utility::UTF16String;
 using kitui::controls::UI_StaticText;
-
-// Theme colour of text rows whose message asks for attention.
-constexpr std::size_t kAlertColorID = 10076;
 
 } // namespace
 
@@ -101,7 +99,7 @@ void InfoPal_UI::ChangeTextLinesType() {
 void InfoPal_UI::SetTextRow(std::size_t number, const UTF16String& text, bool alert) {
     auto& row = GetControl<UI_StaticText>(number);
     if (alert) {
-        row.SetTextColor(kAlertColorID);
+        row.SetTextColor(kitui::ui::color_id::kAlertText);
     } else {
         row.ResetTextColor();
     }
