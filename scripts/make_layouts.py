@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the Info panel's control layout documents.
+"""Writes the Info panel's control layout documents from the panel's control description
+(src/plugin/qzgp/InfoPal/resources/InfoPal.controls.json).
 
 The layout is a property map in XML (root prop.map, version "4") with CRLF line ends.
 The Control-<n> entries are listed in the text order of their keys (Control-0,
@@ -11,55 +12,25 @@ by the number in the key.
 """
 
 import argparse
+import json
 import pathlib
 import sys
 
 RESOURCES = pathlib.Path(__file__).resolve().parent.parent / "src/plugin/qzgp/InfoPal/resources"
 
-LAYOUT_SIZE = (206, 114)
+# The panel's controls and its layouts: the one description that the plug-in's control
+# plan is generated from too.
+PLAN = json.loads((RESOURCES / "InfoPal.controls.json").read_text(encoding="utf-8"))
+
+LAYOUT_SIZE = tuple(PLAN["layout_size"])
 
 # Control number: (class, x, y, width, height).
-DEFAULT_LAYOUT = {
-    0: ("UI_Divider", 5, 63, 193, 2),
-    1: ("UI_Divider", 100, 7, 2, 50),
-    2: ("UI_StaticImage", 108, 25, 17, 17),
-    3: ("UI_StaticText", 32, 4, 19, 14),
-    4: ("UI_StaticText", 32, 17, 19, 14),
-    5: ("UI_StaticText", 33, 30, 19, 14),
-    6: ("UI_StaticText", 32, 44, 19, 14),
-    7: ("UI_StaticText", 51, 4, 90, 14),
-    8: ("UI_StaticText", 51, 17, 90, 14),
-    9: ("UI_StaticText", 51, 30, 90, 14),
-    10: ("UI_StaticText", 52, 44, 90, 14),
-    11: ("UI_StaticText", 123, 4, 19, 14),
-    12: ("UI_StaticText", 123, 17, 19, 14),
-    13: ("UI_StaticText", 123, 30, 19, 14),
-    14: ("UI_StaticText", 123, 42, 19, 14),
-    15: ("UI_StaticText", 139, 4, 90, 14),
-    16: ("UI_StaticText", 141, 17, 90, 14),
-    17: ("UI_StaticText", 142, 30, 90, 14),
-    18: ("UI_StaticText", 143, 42, 90, 14),
-    19: ("UI_SwatchRect", 7, 17, 20, 20),
-    20: ("UI_StaticText", 6, 68, 206, 14),
-    21: ("UI_StaticText", 6, 82, 206, 14),
-    22: ("UI_StaticText", 6, 96, 206, 14),
-}
+DEFAULT_LAYOUT = {c["number"]: (c["class"], *c["rect"]) for c in PLAN["controls"]}
 
-# The German, Spanish, French, Italian and Japanese layouts move three controls.
-WESTERN_AND_JAPANESE_CHANGES = {
-    6: ("UI_StaticText", 33, 44, 19, 14),
-    10: ("UI_StaticText", 52, 43, 90, 14),
-    12: ("UI_StaticText", 124, 17, 19, 14),
-}
-
+# Layout file: the controls that it places elsewhere than the default layout.
 VARIANTS = {
-    "control_layout.xml": {},
-    "control_layout_de_de.xml": WESTERN_AND_JAPANESE_CHANGES,
-    "control_layout_es_es.xml": WESTERN_AND_JAPANESE_CHANGES,
-    "control_layout_fr_fr.xml": WESTERN_AND_JAPANESE_CHANGES,
-    "control_layout_it_it.xml": WESTERN_AND_JAPANESE_CHANGES,
-    "control_layout_ja_jp.xml": WESTERN_AND_JAPANESE_CHANGES,
-    "control_layout_ko_kr.xml": {},
+    file_name: {int(n): (DEFAULT_LAYOUT[int(n)][0], *rect) for n, rect in moves.items()}
+    for file_name, moves in PLAN["layouts"].items()
 }
 
 

@@ -27,42 +27,6 @@ constexpr const char* kCrosshairPicture = "InfoCrosshairs_Sm";
 // The width of the horizontal divider is the panel's less this margin.
 constexpr float kDividerMargin = 13.0f;
 
-struct ControlPlan {
-    enum Kind { Divider, Image, Text, Swatch } kind;
-    float width;
-    float height;
-    const char* label; // localised key of a label's text, or null
-    bool visible;
-};
-
-// The 23 controls by layout number: what each is, the size asked at creation, the label
-// key of the labels and whether it is visible at start.
-constexpr ControlPlan kControls[control::kCount] = {
-    {ControlPlan::Divider, 195, 2, nullptr, true},
-    {ControlPlan::Divider, 2, 50, nullptr, true},
-    {ControlPlan::Image, 17, 17, nullptr, true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText1Red=R :", true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText2Green=G :", true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText3Blue=B :", true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/RGBAText4=A :", true},
-    {ControlPlan::Text, 90, 14, nullptr, true},
-    {ControlPlan::Text, 90, 14, nullptr, true},
-    {ControlPlan::Text, 90, 14, nullptr, true},
-    {ControlPlan::Text, 90, 14, nullptr, true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText1=X :", true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XYText2=Y :", true},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText1=X' :", false},
-    {ControlPlan::Text, 15, 14, "$$$/QZ/Plugin/InfoPal/XPrimeYPrimeText2=Y' :", false},
-    {ControlPlan::Text, 90, 14, nullptr, true},
-    {ControlPlan::Text, 90, 14, nullptr, true},
-    {ControlPlan::Text, 90, 14, nullptr, false},
-    {ControlPlan::Text, 90, 14, nullptr, false},
-    {ControlPlan::Swatch, 0, 0, nullptr, true},
-    {ControlPlan::Text, 190, 14, nullptr, true},
-    {ControlPlan::Text, 190, 14, nullptr, true},
-    {ControlPlan::Text, 190, 14, nullptr, true},
-};
-
 // The HSB labels of the first three channel rows.
 constexpr const char* kHSBLabels[3] = {
     "$$$/QZ/Plugin/InfoPal/RGBAText1Hue=H :", "$$$/QZ/Plugin/InfoPal/RGBAText2Saturation=S :",
@@ -73,13 +37,13 @@ constexpr const char* kHSBLabels[3] = {
 void InfoPal_UI::CreateControls() {
     kitui::controls::UI_ControlsContainer* container = GetControlsContainer(0);
     for (std::size_t number = 0; number < control::kCount; ++number) {
-        const ControlPlan& plan = kControls[number];
+        const ControlPlan& plan = kControlPlan[number];
         std::unique_ptr<kitui::ui::UI_Node> node;
         switch (plan.kind) {
-        case ControlPlan::Divider:
+        case ControlKind::Divider:
             node = CreateDivider();
             break;
-        case ControlPlan::Image: {
+        case ControlKind::Image: {
             auto image = CreateStaticImage();
             image->SetPictureSupplyHandler(
                 kitui::controls::UI_MakeMessageHandler<kitui::controls::UI_PictureSupplyMessage>(
@@ -91,7 +55,7 @@ void InfoPal_UI::CreateControls() {
             node = std::move(image);
             break;
         }
-        case ControlPlan::Text: {
+        case ControlKind::Text: {
             auto text = CreateStaticText();
             if (plan.label != nullptr) {
                 text->SetValue(ControlLabelText(number, UTF16String()));
@@ -99,7 +63,7 @@ void InfoPal_UI::CreateControls() {
             node = std::move(text);
             break;
         }
-        case ControlPlan::Swatch:
+        case ControlKind::Swatch:
             node = std::make_unique<kitui::controls::UI_SwatchRect>();
             break;
         }
@@ -119,7 +83,7 @@ UTF16String InfoPal_UI::ControlLabelText(std::size_t number, const UTF16String& 
     if (mode_ == pixel_mode::kHSB && number < control::kChannelLabel1 + 3) {
         return U_ZStringToUTF16String(kHSBLabels[number - control::kChannelLabel1]);
     }
-    return U_ZStringToUTF16String(kControls[number].label);
+    return U_ZStringToUTF16String(kControlPlan[number].label);
 }
 
 void InfoPal_UI::ArrangeControls(const RectT<float>& rect) {

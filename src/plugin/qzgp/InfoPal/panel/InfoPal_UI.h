@@ -7,6 +7,7 @@
 
 #include <boost/function.hpp>
 
+#include "InfoPal/panel/InfoPalControlPlan.h"
 #include "InfoPal/panel/PixelDelivery.h"
 #include "InfoPal/panel/QZGPPaletteUI.h"
 #include "InfoPal/readout/PixelDisplayMode.h"
@@ -18,26 +19,6 @@
 #include "kitui/ui/UI_Describable.h"
 
 namespace infopal {
-
-/// Layout numbers of the Info panel's controls.
-namespace control {
-inline constexpr std::size_t kHorizontalDivider = 0;
-inline constexpr std::size_t kVerticalDivider = 1;
-inline constexpr std::size_t kCrosshair = 2;
-inline constexpr std::size_t kChannelLabel1 = 3; // to 6
-inline constexpr std::size_t kChannelValue1 = 7; // to 10
-inline constexpr std::size_t kXLabel = 11;
-inline constexpr std::size_t kYLabel = 12;
-inline constexpr std::size_t kXPrimeLabel = 13;
-inline constexpr std::size_t kYPrimeLabel = 14;
-inline constexpr std::size_t kXValue = 15;
-inline constexpr std::size_t kYValue = 16;
-inline constexpr std::size_t kXPrimeValue = 17;
-inline constexpr std::size_t kYPrimeValue = 18;
-inline constexpr std::size_t kSwatch = 19;
-inline constexpr std::size_t kTextLine1 = 20; // to 22
-inline constexpr std::size_t kCount = 23;
-} // namespace control
 
 /// What the panel shows below its pixel block.
 enum class DisplayState : std::int32_t { Nothing = 0, TextLines = 1, PixelReadout = 2 };
