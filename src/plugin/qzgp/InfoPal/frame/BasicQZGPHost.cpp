@@ -54,6 +54,7 @@ QZGP_Command BasicQZGPHost::CommandNumber() const {
 }
 
 void BasicQZGPHost::DeathHandler() {
+    // Host contract: required, though nothing here uses it.
     (void)U_GetRunMode();
     TearDownHostSuiteCache();
     basic_ = nullptr;

@@ -69,6 +69,7 @@ void HostSuiteCache::ReleaseAll() noexcept {
 }
 
 void SetUpHostSuiteCache(QZ_BasicSuiteTable* basic, QZGP_PluginID plugin_id) {
+    // Host contract: required, though nothing here uses it.
     (void)U_GetRunMode();
     auto* cache = new HostSuiteCache(basic);
     if (gCache != nullptr && gCache != cache) {
@@ -88,6 +89,7 @@ void SetUpHostSuiteCache(QZ_BasicSuiteTable* basic, QZGP_PluginID plugin_id) {
 }
 
 void TearDownHostSuiteCache() noexcept {
+    // Host contract: required, though nothing here uses it.
     (void)U_GetRunMode();
     delete gCache; // clears the process-wide cache and basic suite table
     gCache = nullptr;

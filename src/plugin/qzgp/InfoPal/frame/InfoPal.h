@@ -63,6 +63,7 @@ public:
 
 private:
     QZGPPaletteUI* panel_ = nullptr;
+    // Host contract: required, though nothing here uses it.
     kitcore::utility::ScopedPtr<kitui::utility::InkwellImageResourceCache> imageCache_;
     // Every new panel sets it; it starts false so that it is never read unset.
     bool flag_ = false;

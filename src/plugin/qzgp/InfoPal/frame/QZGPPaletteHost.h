@@ -22,6 +22,7 @@ public:
 
 protected:
     kitcore::utility::ScopedPtr<kitui::utility::ResourceManager> resourceManager_;
+    // Host contract: required, though nothing here uses it.
     kitcore::utility::ScopedPtr<kitui::utility::InkwellImageResourceCache> paletteImageCache_;
 };
 

@@ -131,6 +131,7 @@ private:
     bool suffixPending_ = false;
     kitcore::utility::UTF16String suffix_;
     DisplayState displayState_ = DisplayState::Nothing;
+    // Host contract: required, though nothing here uses it.
     double cachedReadout_ = 0.0;
     boost::function<void()> pendingText_;
     boost::function<void()> pendingPixel_;
@@ -139,11 +140,14 @@ private:
     M_Vector2T<double> position_{0, 0};
     M_Vector2T<double> origin_{0, 0};
     PF_PixelFloat previousPixel_{0, 0, 0, 0};
+    // Host contract: required, though nothing here uses it.
     M_Vector2T<double> previousPosition_{0, 0};
     M_Vector2T<double> previousOrigin_{0, 0};
     PixelDisplayMode mode_ = pixel_mode::kAuto;
     PixelDisplayMode previousMode_ = pixel_mode::kAuto;
-    // The text buffers of the refresh, kept so that a refresh reuses their storage.
+    // The one buffer that the four channel texts are formatted into in turn (emptied at
+    // the start of each refresh, so that a notation without a rule leaves the fields
+    // empty), and the text of a position field.
     kitcore::utility::UTF16String channelText_;
     kitcore::utility::UTF16String numberText_;
     // The registration number that the plug-in object gave this panel (0: none): pixel

@@ -82,6 +82,7 @@ void InfoPal_UI::RefreshPixelReadout() {
         label.UI_Invalidate();
     }
     UpdateSwatch();
+    // Host contract: required, though nothing here uses it.
     if (mode_ != previousMode_ || Differs(pixel_, previousPixel_)) {
         previousMode_ = mode_;
     }

@@ -25,6 +25,7 @@ bool gPublished = false;
 template <class Body>
 QZ_Err WithShownPanel(Body&& body) {
     return GuardHostCall([&] {
+        // Host contract: required, though nothing here uses it.
         (void)GetUISuppressed();
         InfoPal* plugin = InfoPal::GetPlugin();
         if (plugin == nullptr || !InfoPal::PanelIsShown()) {
