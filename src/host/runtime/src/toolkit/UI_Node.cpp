@@ -49,6 +49,12 @@ void UI_NodeBase::UI_PostCreate() {
     postCreated_ = true;
 }
 
+namespace {
+// The geometry epoch of every node tree: it moves on whenever a node moves, resizes, shows,
+// hides, or is added to or removed from a parent. Node trees live on the UI thread only.
+std::uint64_t gGeometryEpoch = 1;
+} // namespace
+
 UI_Node::UI_Node() = default;
 
 UI_Node::~UI_Node() {
@@ -67,6 +73,8 @@ UI_Node* UI_Node::UI_AddChild(std::unique_ptr<UI_Node> child) {
         return nullptr;
     }
     child->parent_ = this;
+    ++childListVersion_;
+    ++gGeometryEpoch;
     // What the child's own tree still had to redraw now belongs to this tree.
     std::vector<RectT<float>> pending = std::move(child->invalid_);
     child->invalid_.clear();
@@ -91,6 +99,8 @@ std::unique_ptr<UI_Node> UI_Node::UI_RemoveChild(UI_Node* child) {
     }
     std::unique_ptr<UI_Node> removed = std::move(*it);
     children_.erase(it);
+    ++childListVersion_;
+    ++gGeometryEpoch;
     removed->parent_ = nullptr;
     return removed;
 }
@@ -98,6 +108,9 @@ std::unique_ptr<UI_Node> UI_Node::UI_RemoveChild(UI_Node* child) {
 void UI_Node::UI_SetBounds(const RectT<float>& bounds) {
     const bool resized = bounds.width != bounds_.width || bounds.height != bounds_.height;
     const bool moved = bounds.x != bounds_.x || bounds.y != bounds_.y;
+    if (resized || moved) {
+        ++gGeometryEpoch;
+    }
     if ((resized || moved) && parent_ != nullptr && UI_IsVisible()) {
         parent_->RecordInvalid(bounds_);
         parent_->RecordInvalid(bounds);
@@ -122,6 +135,7 @@ void UI_Node::UI_Show(bool show) {
     if (show == shown_) {
         return;
     }
+    ++gGeometryEpoch;
     // The area is dirty whether the node appears or disappears: record it while visible.
     if (!show) {
         UI_MarkInvalid();
@@ -156,11 +170,23 @@ void UI_Node::UI_Invalidate(const RectT<float>* rect, std::uint32_t) {
 }
 
 void UI_Node::UI_MarkInvalid(const RectT<float>* rect) {
+    if (rect == nullptr && markedRoot_ != nullptr && markedEpoch_ == gGeometryEpoch &&
+        markedRoot_->invalidClears_ == markedClears_) {
+        return; // its whole rectangle is recorded already
+    }
     if (!UI_IsVisible()) {
         return;
     }
     const RectT<float> local = UI_GetLocalRectF();
-    RecordInvalid(rect != nullptr ? Intersection(*rect, local) : local);
+    if (rect != nullptr) {
+        RecordInvalid(Intersection(*rect, local));
+        return;
+    }
+    RecordInvalid(local);
+    const UI_Node* root = Root();
+    markedRoot_ = root;
+    markedEpoch_ = gGeometryEpoch;
+    markedClears_ = root->invalidClears_;
 }
 
 UI_Node* UI_Node::Root() noexcept {
@@ -232,7 +258,9 @@ bool UI_Node::UI_HasInvalidArea() const {
 }
 
 void UI_Node::UI_ClearInvalidArea() {
-    Root()->invalid_.clear();
+    UI_Node* root = Root();
+    root->invalid_.clear();
+    ++root->invalidClears_;
 }
 
 void UI_Node::UI_Draw(kitui::inkwell::Inkwell* ink) {

@@ -92,7 +92,7 @@ void InfoPal_UI::ArrangeControls(const RectT<float>& rect) {
     }
     const float width = UI_GetLocalRectF().width;
     for (std::size_t number = control::kTextLine1; number < control::kTextLine1 + 3; ++number) {
-        auto& row = GetControl<UI_StaticText>(number);
+        auto& row = TextControl(number);
         RectT<float> bounds = row.UI_GetBounds();
         bounds.width = width;
         row.UI_SetBounds(bounds);
@@ -142,6 +142,35 @@ void InfoPal_UI::HandleControlMessage(kitui::controls::UI_ControlMessage& messag
     if (auto* supply = dynamic_cast<kitui::controls::UI_PictureSupplyMessage*>(&message)) {
         SupplyCrosshairPicture(*supply);
     }
+}
+
+const InfoPal_UI::ResolvedControls& InfoPal_UI::Controls() const {
+    if (resolvedContainer_ != nullptr && UI_GetChildListVersion() == resolvedPanelVersion_ &&
+        resolvedContainer_->UI_GetChildListVersion() == resolvedContainerVersion_) {
+        return resolved_;
+    }
+    resolvedContainer_ = nullptr;
+    const kitui::controls::UI_ControlsContainer* container = GetControlsContainer(0);
+    ResolvedControls found;
+    for (std::size_t number = 0; number < control::kCount; ++number) {
+        if (kControlPlan[number].kind == ControlKind::Text) {
+            found.text[number] = &GetControl<UI_StaticText>(number);
+        }
+    }
+    found.swatch = &GetControl<kitui::controls::UI_SwatchRect>(control::kSwatch);
+    resolved_ = found;
+    resolvedPanelVersion_ = UI_GetChildListVersion();
+    resolvedContainerVersion_ = container->UI_GetChildListVersion();
+    resolvedContainer_ = container;
+    return resolved_;
+}
+
+UI_StaticText& InfoPal_UI::TextControl(std::size_t number) const {
+    UI_StaticText* text = number < control::kCount ? Controls().text[number] : nullptr;
+    if (text == nullptr) {
+        ThrowInvalidTypeConversion();
+    }
+    return *text;
 }
 
 } // namespace infopal

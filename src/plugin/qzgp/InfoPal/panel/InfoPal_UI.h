@@ -18,6 +18,10 @@
 #include "kitui/controls/UI_StaticText.h"
 #include "kitui/ui/UI_Describable.h"
 
+namespace kitui::controls {
+class UI_SwatchRect;
+} // namespace kitui::controls
+
 namespace infopal {
 
 /// What the panel shows below its pixel block.
@@ -99,16 +103,30 @@ public:
     /// The panel kind that the palette base asks for.
     virtual std::int32_t GetPaletteKind() const { return 5058; }
 
+    /// [ui-thread] Stores a delivery on a panel that the caller found shown, and
+    /// refreshes the pixel block.
+    virtual void ApplyPixelDelivery(const PixelDelivery& delivery);
+
 protected:
     /// Runs the pending text-lines update, then the pending pixel update.
     virtual void RefreshOnShow();
-    /// [ui-thread] Stores a delivery on the visible panel and refreshes the pixel block.
-    virtual void ApplyPixelDelivery(const PixelDelivery& delivery);
 
 private:
     /// Makes the notation in the preference file, if any, the current one.
     void LoadStoredPixelDisplayMode();
     void CreateControls();
+    /// The text controls by layout number (null for controls of another kind) and the
+    /// swatch, as found in the controls container.
+    struct ResolvedControls {
+        std::array<kitui::controls::UI_StaticText*, control::kCount> text{};
+        kitui::controls::UI_SwatchRect* swatch = nullptr;
+    };
+    /// [ui-thread] The controls, looked up again only when the panel's or the container's
+    /// children changed since the last lookup. A control that is missing or of another
+    /// class raises the toolkit's type-conversion error.
+    const ResolvedControls& Controls() const;
+    /// [ui-thread] The text control `number`; the type-conversion error when it is none.
+    kitui::controls::UI_StaticText& TextControl(std::size_t number) const;
     void ArrangeControls(const kitui::ui::RectT<float>& rect);
     void ChangeTextLinesType();
     void RedrawTextLines();
@@ -154,6 +172,11 @@ private:
     // deliveries posted from other threads carry it, and reach the panel only while it is
     // still the registered one.
     std::uint64_t serial_ = 0;
+    // The controls as last looked up, and the child lists' versions at that time.
+    mutable ResolvedControls resolved_;
+    mutable const kitui::ui::UI_Node* resolvedContainer_ = nullptr;
+    mutable std::uint64_t resolvedPanelVersion_ = 0;
+    mutable std::uint64_t resolvedContainerVersion_ = 0;
 };
 
 } // namespace infopal

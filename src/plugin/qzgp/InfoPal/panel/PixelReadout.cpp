@@ -3,9 +3,8 @@
 // X/Y and X'/Y').
 #include "InfoPal/panel/InfoPal_UI.h"
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 
 #include <boost/bind/bind.hpp>
 
@@ -77,7 +76,7 @@ void InfoPal_UI::ApplyPixelDelivery(const PixelDelivery& delivery) {
 void InfoPal_UI::RefreshPixelReadout() {
     for (std::size_t number = control::kChannelLabel1; number < control::kChannelLabel1 + 4;
          ++number) {
-        auto& label = GetControl<UI_StaticText>(number);
+        auto& label = TextControl(number);
         label.SetValue(ControlLabelText(number, UTF16String()));
         label.UI_Invalidate();
     }
@@ -95,7 +94,7 @@ void InfoPal_UI::RefreshPixelReadout() {
 }
 
 void InfoPal_UI::SetValueField(std::size_t number, const UTF16String& text) {
-    auto& field = GetControl<UI_StaticText>(number);
+    auto& field = TextControl(number);
     field.SetValue(text);
     field.UI_Invalidate();
 }
@@ -140,7 +139,7 @@ void InfoPal_UI::UpdateColorValues() {
 }
 
 void InfoPal_UI::UpdateSwatch() {
-    auto& swatch = GetControl<kitui::controls::UI_SwatchRect>(control::kSwatch);
+    auto& swatch = *Controls().swatch;
     const kitui::ui::PointT<int> corner = swatch.UI_LocalToGlobal(kitui::ui::PointT<int>{0, 0});
     PF_PixelFloat shown = pixel_;
     TransformPixelAtScreenLocation(pixel_, corner.x, corner.y, &shown);
@@ -152,10 +151,11 @@ void InfoPal_UI::UpdateSwatch() {
 }
 
 kitui::controls::UI_StaticText& InfoPal_UI::SetNumberField(std::size_t number, std::int32_t value) {
-    char digits[16] = {};
-    std::snprintf(digits, sizeof digits, "%d", static_cast<int>(value));
-    numberText_.assign(digits, digits + std::strlen(digits));
-    auto& field = GetControl<UI_StaticText>(number);
+    // The decimal text of a 32-bit integer, as "%d" writes it.
+    char digits[16];
+    char* const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    numberText_.assign(static_cast<char*>(digits), end);
+    auto& field = TextControl(number);
     field.SetValue(numberText_);
     field.UI_Invalidate();
     return field;
@@ -170,7 +170,7 @@ void InfoPal_UI::UpdateOriginValues() {
     const bool changed = Differs(origin_, previousOrigin_);
     if (changed) {
         for (std::size_t number : {control::kXPrimeValue, control::kYPrimeValue}) {
-            auto& field = GetControl<UI_StaticText>(number);
+            auto& field = TextControl(number);
             field.SetValue(UTF16String());
             field.UI_Show(false);
             field.UI_Invalidate();
@@ -180,7 +180,7 @@ void InfoPal_UI::UpdateOriginValues() {
     if (no_origin) {
         if (changed) {
             for (std::size_t number : {control::kXPrimeLabel, control::kYPrimeLabel}) {
-                auto& label = GetControl<UI_StaticText>(number);
+                auto& label = TextControl(number);
                 label.UI_Show(false);
                 label.UI_Invalidate();
             }
@@ -188,7 +188,7 @@ void InfoPal_UI::UpdateOriginValues() {
         return;
     }
     for (std::size_t number : {control::kXPrimeLabel, control::kYPrimeLabel}) {
-        auto& label = GetControl<UI_StaticText>(number);
+        auto& label = TextControl(number);
         label.UI_Show(true);
         label.UI_Invalidate();
     }

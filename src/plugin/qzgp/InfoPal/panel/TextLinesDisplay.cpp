@@ -90,14 +90,14 @@ void InfoPal_UI::ChangeTextLinesType() {
     cachedReadout_ = -1.0;
     displayState_ = DisplayState::TextLines;
     for (std::size_t number = control::kTextLine1; number < control::kTextLine1 + 3; ++number) {
-        auto& row = GetControl<UI_StaticText>(number);
+        auto& row = TextControl(number);
         row.SetValue(UTF16String());
         row.UI_Invalidate();
     }
 }
 
 void InfoPal_UI::SetTextRow(std::size_t number, const UTF16String& text, bool alert) {
-    auto& row = GetControl<UI_StaticText>(number);
+    auto& row = TextControl(number);
     if (alert) {
         row.SetTextColor(kitui::ui::color_id::kAlertText);
     } else {

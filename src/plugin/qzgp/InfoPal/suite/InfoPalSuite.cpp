@@ -109,8 +109,10 @@ QZ_Err SetPixelInfo(const PF_PixelFloat* pixel, const M_Vector2T<double>* positi
     if (!U_IsOnUIThread()) {
         return GuardHostCall([&] { PostPixelInfoFromWorker(pixel, position, origin); });
     }
+    // The three steps found the panel shown: the delivery is shown at once, without a
+    // second visibility test.
     return WithShownPanel([&](InfoPal_UI& panel) {
-        panel.UpdatePixelInfo(PixelDelivery::Copy(pixel, position, origin));
+        panel.ApplyPixelDelivery(PixelDelivery::Copy(pixel, position, origin));
     });
 }
 

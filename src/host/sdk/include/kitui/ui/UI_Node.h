@@ -53,6 +53,9 @@ public:
     UI_Node* UI_AddChild(std::unique_ptr<UI_Node> child);
     /// Removes `child` and hands its ownership back (null when it is not a child).
     std::unique_ptr<UI_Node> UI_RemoveChild(UI_Node* child);
+    /// A number that changes whenever a child is added or removed: a caller that keeps
+    /// pointers to the children knows from it when to look them up again.
+    std::uint64_t UI_GetChildListVersion() const noexcept { return childListVersion_; }
 
     // Geometry.
     RectT<float> UI_GetBounds() const noexcept { return bounds_; }
@@ -121,6 +124,16 @@ private:
     RectT<float> bounds_{};
     bool shown_ = true;
     std::uint64_t invalidations_ = 0;
+    std::uint64_t childListVersion_ = 0;
+    // A node that recorded its whole local rectangle remembers when: while no node moved,
+    // resized, showed, hid or changed parent since (the tree's geometry epoch) and its
+    // root has not cleared its invalid area (the root's clear count), that rectangle is
+    // still recorded, and marking the node again changes nothing.
+    const UI_Node* markedRoot_ = nullptr;
+    std::uint64_t markedEpoch_ = 0;
+    std::uint64_t markedClears_ = 0;
+    /// Held by the root of a tree only: how often its invalid area was cleared or handed on.
+    std::uint64_t invalidClears_ = 0;
     /// Held by the root of a tree only.
     std::vector<RectT<float>> invalid_;
 };
