@@ -1,6 +1,8 @@
 // Host utility services that are not about text: exception reports, the run mode and
 // suite publication.
-#include "host/U_Utility.h"
+#include "host/U_Exceptions.h"
+#include "host/U_RunMode.h"
+#include "host/U_Suites.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/SuiteRegistry.h"
 

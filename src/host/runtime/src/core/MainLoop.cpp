@@ -2,7 +2,8 @@
 
 #include <exception>
 
-#include "host/U_Utility.h"
+#include "host/U_Exceptions.h"
+#include "host/U_Threads.h"
 #include "kitcore/threads/MainThreadQueue.h"
 #include "qzhost/HostControls.h"
 

@@ -1,7 +1,7 @@
 // ASCII text widened to UTF-16, unit for unit.
 #include <cstring>
 
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 #include "kitcore/utility/NumberText.h"
 
 namespace kitcore::utility {

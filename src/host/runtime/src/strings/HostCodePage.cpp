@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "ConverterCache.h"
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 #include "qzhost/HostControls.h"
 
 namespace qzhost::strings {

@@ -2,7 +2,7 @@
 #include "HostCodePage.h"
 #include "LocalizedKey.h"
 #include "ResolvedKeyCache.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 
 kitcore::utility::UTF16String U_ZStringToUTF16String(const char* zstring) {
     if (zstring == nullptr) {

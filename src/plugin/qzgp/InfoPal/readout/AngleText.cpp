@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "InfoPal/readout/ReadoutNumbers.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
+#include "host/U_TextConversion.h"
 #include "kitcore/utility/NumberText.h"
 
 namespace infopal {

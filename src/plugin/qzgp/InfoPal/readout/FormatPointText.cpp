@@ -1,7 +1,7 @@
 // Point text with one fraction digit per component.
 #include "InfoPal/readout/FormatPointText.h"
 
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 #include "kitcore/utility/NumberText.h"
 
 namespace infopal {

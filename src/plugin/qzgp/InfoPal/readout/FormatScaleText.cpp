@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "InfoPal/readout/ReadoutNumbers.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 #include "kitcore/utility/NumberText.h"
 
 namespace infopal {
