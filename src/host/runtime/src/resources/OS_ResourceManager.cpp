@@ -1,15 +1,17 @@
-// The resources of one loaded library, read from the library's own file the first time
-// that a resource is asked for.
+// Resource managers: the interface, and the resources of one loaded library, read from
+// the library's own file the first time that a resource is asked for.
+#include "kitui/utility/ResourceManager.h"
 
 #include <mutex>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
 
-#include "kitui/utility/ResourceManager.h"
 #include "qzhost/ResourceArchive.h"
 
 namespace kitui::utility {
+
+ResourceManager::~ResourceManager() = default;
 
 using qzhost::resources::ResourceArchive;
 
