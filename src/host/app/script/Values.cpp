@@ -6,7 +6,7 @@
 #include <limits>
 #include <string_view>
 
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 #include "qzhost/UnicodeText.h"
 #include "script/ScriptErrors.h"
 #include "script/Shape.h"

@@ -9,7 +9,7 @@
 #include <unicode/ucnv.h>
 
 #include "StringTestSupport.h"
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 
 namespace strings_test {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "StringTestSupport.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 
 namespace strings_test {
 namespace {

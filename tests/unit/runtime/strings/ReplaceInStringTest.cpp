@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "StringTestSupport.h"
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 #include "kitcore/utility/NumberText.h"
 
 namespace strings_test {

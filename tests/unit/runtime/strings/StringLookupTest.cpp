@@ -5,7 +5,7 @@
 #include <string>
 
 #include "StringTestSupport.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 #include "qzgp/STR_Cache.h"
 
 namespace strings_test {

@@ -2,8 +2,7 @@
 
 #include <exception>
 
-#include "host/U_Utility.h"
-#include "kitcore/threads/MainThreadQueue.h"
+#include "host/U_Exceptions.h"
 #include "qzhost/HostControls.h"
 
 namespace qzhost {
@@ -73,19 +72,3 @@ void MainLoop::Discard() {
 }
 
 } // namespace qzhost
-
-namespace kitcore::threads {
-
-bool AsyncCallFromMainThread(const boost::function<void()>& call, unsigned int options) {
-    if (options != 0 || !call) {
-        return false;
-    }
-    qzhost::MainLoop::Get().Post(call);
-    return true;
-}
-
-} // namespace kitcore::threads
-
-bool U_IsOnUIThread() {
-    return qzhost::MainLoop::Get().IsMainThread();
-}

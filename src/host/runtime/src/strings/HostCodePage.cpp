@@ -1,11 +1,9 @@
 // The host's code-page conversions, on the calling thread's cached ICU converters.
 #include "HostCodePage.h"
 
-#include <cstring>
 #include <stdexcept>
 
 #include "ConverterCache.h"
-#include "host/U_Utility.h"
 #include "qzhost/HostControls.h"
 
 namespace qzhost::strings {
@@ -75,17 +73,3 @@ std::string ToHostCodePage(std::u16string_view text) {
 }
 
 } // namespace qzhost::strings
-
-kitcore::utility::UTF16String U_MBToUTF16String(const char* text) {
-    if (text == nullptr) {
-        return {};
-    }
-    return qzhost::strings::FromHostCodePage(std::string_view(text, std::strlen(text)));
-}
-
-std::string U_UTF16ToMBString(const kitcore::utility::UTF16Char* text) {
-    if (text == nullptr) {
-        return {};
-    }
-    return qzhost::strings::ToHostCodePage(std::u16string_view(text));
-}

@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "host/U_Utility.h"
+#include "host/U_Exceptions.h"
 
 namespace qzhost {
 

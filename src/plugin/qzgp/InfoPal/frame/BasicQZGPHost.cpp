@@ -2,7 +2,7 @@
 
 #include "InfoPal/frame/Hooks.h"
 #include "InfoPal/frame/HostSuiteCache.h"
-#include "host/U_Utility.h"
+#include "host/U_RunMode.h"
 
 namespace infopal {
 

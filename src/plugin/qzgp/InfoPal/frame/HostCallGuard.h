@@ -7,7 +7,7 @@
 #include <exception>
 #include <utility>
 
-#include "host/U_Utility.h"
+#include "host/U_Exceptions.h"
 
 namespace infopal {
 

@@ -1,6 +1,7 @@
 #include "InfoPal/frame/HostSuiteCache.h"
 
 #include "InfoPal/frame/HostCallGuard.h"
+#include "host/U_RunMode.h"
 #include "qzgp/QZGP_UtilitySuite.h"
 
 namespace infopal {

@@ -7,7 +7,9 @@
 #include "InfoPal/frame/QZ_Panel_TabCreatorT.h"
 #include "InfoPal/frame/TabVisibility.h"
 #include "InfoPal/panel/InfoPal_UI.h"
-#include "host/U_Utility.h"
+#include "host/U_Exceptions.h"
+#include "host/U_LocalizedStrings.h"
+#include "host/U_TextConversion.h"
 #include "kitworkspace/workspace/Workspace.h"
 
 namespace infopal {

@@ -8,7 +8,7 @@
 #include "InfoPal/controls/UI_SwatchRect.h"
 #include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/panel/ControlCreators.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 #include "kitui/controls/UI_MessageHandler.h"
 #include "kitui/utility/EDB_Image.h"
 

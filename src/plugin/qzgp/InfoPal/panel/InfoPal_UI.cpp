@@ -3,7 +3,7 @@
 #include "InfoPal/controls/UI_SwatchRect.h"
 #include "InfoPal/frame/InfoPal.h"
 #include "InfoPal/frame/TabVisibility.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 
 namespace infopal {
 

@@ -7,7 +7,7 @@
 #include "InfoPal/frame/HostCallGuard.h"
 #include "host/COakApp.h"
 #include "host/PREF_Preferences.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 
 namespace infopal {
 

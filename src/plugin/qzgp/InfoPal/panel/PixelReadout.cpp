@@ -13,7 +13,7 @@
 #include "InfoPal/readout/ChannelValueText.h"
 #include "InfoPal/readout/ReadoutNumbers.h"
 #include "host/MonitorTransform.h"
-#include "host/U_Utility.h"
+#include "host/U_Threads.h"
 
 namespace infopal {
 

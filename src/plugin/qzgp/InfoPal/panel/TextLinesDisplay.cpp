@@ -8,7 +8,7 @@
 
 #include "InfoPal/frame/InfoPal.h"
 #include "host/COakApp.h"
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 #include "kitui/ui/Theme.h"
 
 namespace infopal {

@@ -2,7 +2,7 @@
 #include "InfoPal/readout/FormatPointText.h"
 
 #include "InfoPal/readout/NumberTextCalls.h"
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 
 namespace infopal {
 

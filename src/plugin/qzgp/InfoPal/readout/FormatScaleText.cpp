@@ -6,7 +6,7 @@
 
 #include "InfoPal/readout/NumberTextCalls.h"
 #include "InfoPal/readout/ReadoutNumbers.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
 
 namespace infopal {
 

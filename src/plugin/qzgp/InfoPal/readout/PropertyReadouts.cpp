@@ -9,7 +9,8 @@
 #include "InfoPal/readout/ReadoutLabels.h"
 #include "InfoPal/readout/ReadoutNumbers.h"
 #include "host/M_Math.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
+#include "host/U_TextConversion.h"
 #include "kitcore/utility/NumberText.h"
 
 namespace infopal {

@@ -7,8 +7,9 @@
 #include "InfoPal/readout/FormatPointText.h"
 #include "InfoPal/readout/FormatScaleText.h"
 #include "InfoPal/readout/ReadoutLabels.h"
+#include "host/U_LocalizedStrings.h"
 #include "host/U_Text.h"
-#include "host/U_Utility.h"
+#include "host/U_TextConversion.h"
 
 namespace infopal {
 

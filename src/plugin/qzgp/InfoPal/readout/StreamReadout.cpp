@@ -12,7 +12,8 @@
 #include "host/KVB_StreamIDPath.h"
 #include "host/PXM_Layer.h"
 #include "host/PXM_StreamNames.h"
-#include "host/U_Utility.h"
+#include "host/U_LocalizedStrings.h"
+#include "host/U_TextConversion.h"
 
 namespace infopal {
 

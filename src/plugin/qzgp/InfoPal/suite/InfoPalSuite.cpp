@@ -8,7 +8,9 @@
 #include "InfoPal/panel/PixelDelivery.h"
 #include "InfoPal/readout/PropertyReadouts.h"
 #include "InfoPal/suite/MainThreadDelivery.h"
-#include "host/U_Utility.h"
+#include "host/U_Suites.h"
+#include "host/U_TextConversion.h"
+#include "host/U_Threads.h"
 #include "kitworkspace/workspace/Workspace.h"
 
 namespace infopal {

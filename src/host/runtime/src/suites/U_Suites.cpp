@@ -1,17 +1,8 @@
-// Host utility services that are not about text: exception reports, the run mode and
-// suite publication.
-#include "host/U_Utility.h"
+// Suite publication into the host's suite registry.
+#include "host/U_Suites.h"
+
 #include "qzhost/HostControls.h"
 #include "qzhost/SuiteRegistry.h"
-
-QZ_Err U_TranslateAndReportException(const std::exception& error) {
-    qzhost::RequireUIThread("U_TranslateAndReportException");
-    return qzhost::HostControls::Get().Report(error.what());
-}
-
-std::int32_t U_GetRunMode() {
-    return qzhost::HostControls::Get().QueryRunMode();
-}
 
 QZ_Err U_SP_AddSPSuite(void* host_a, void* host_b, const char* name, std::int32_t version,
                        std::int32_t, std::int32_t slot_count, const void* table) {

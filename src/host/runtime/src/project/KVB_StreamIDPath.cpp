@@ -1,9 +1,7 @@
-// Property paths and the query whether a path runs through a mask.
+// Property paths: the match names from a layer down to a property.
 #include <utility>
 
 #include "host/KVB_StreamIDPath.h"
-#include "host/PXM_Layer.h"
-#include "qzhost/HostControls.h"
 
 KVB_StreamIDPath::KVB_StreamIDPath() = default;
 
@@ -15,8 +13,3 @@ KVB_StreamIDPath::KVB_StreamIDPath(KVB_StreamIDPath&& other) noexcept = default;
 KVB_StreamIDPath& KVB_StreamIDPath::operator=(const KVB_StreamIDPath& other) = default;
 KVB_StreamIDPath& KVB_StreamIDPath::operator=(KVB_StreamIDPath&& other) noexcept = default;
 KVB_StreamIDPath::~KVB_StreamIDPath() = default;
-
-bool PXM_IsMaskSubtypeStreamPath(const KVB_StreamIDPath& path) {
-    qzhost::RequireUIThread("PXM_IsMaskSubtypeStreamPath");
-    return path.InsideMask();
-}

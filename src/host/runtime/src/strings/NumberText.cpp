@@ -1,6 +1,7 @@
-// Locale-aware number text on ICU's number formatter.
+// The core library's text building: locale-aware number text on ICU's number formatter,
+// text patterns with numbered placeholders, and ASCII widened to UTF-16.
 //
-// The text is exactly what icu::number::NumberFormatter gives for the host locale with
+// Number text is exactly what icu::number::NumberFormatter gives for the host locale with
 // grouping off and Precision::minMaxFraction(fewest, max(most, fewest)), with ICU's
 // default rounding (half-even). This runs for every number of every pointer move, so a
 // locale whose numbers are plain (a minus sign before the digits, nothing else) is written
@@ -114,6 +115,62 @@ UTF16String NumberToString(double value, std::size_t most, std::size_t fewest,
         throw std::runtime_error(std::string("number text failed: ") + u_errorName(status));
     }
     return UTF16String(text.getBuffer(), static_cast<std::size_t>(text.length()));
+}
+
+// Text patterns with the placeholders "@0" to "@9". The result's length is counted first,
+// so that it is built in one allocation (none when it fits the string's own buffer), and
+// the pattern's text between placeholders is copied a run at a time.
+namespace {
+
+bool IsPlaceholder(const UTF16String& pattern, std::size_t i) {
+    return pattern[i] == u'@' && i + 1 < pattern.size() && pattern[i + 1] >= u'0' &&
+           pattern[i + 1] <= u'9';
+}
+
+} // namespace
+
+UTF16String ReplaceInString(const UTF16String& pattern, const UTF16String& a0,
+                            const UTF16String& a1, const UTF16String& a2, const UTF16String& a3,
+                            const UTF16String& a4, const UTF16String& a5, const UTF16String& a6,
+                            const UTF16String& a7, const UTF16String& a8, const UTF16String& a9) {
+    const UTF16String* const args[10] = {&a0, &a1, &a2, &a3, &a4, &a5, &a6, &a7, &a8, &a9};
+    const std::size_t size = pattern.size();
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        if (IsPlaceholder(pattern, i)) {
+            length += args[pattern[i + 1] - u'0']->size();
+            ++i;
+        } else {
+            ++length;
+        }
+    }
+    UTF16String out;
+    out.reserve(length);
+    std::size_t run = 0; // where the literal text not yet copied starts
+    for (std::size_t i = 0; i < size; ++i) {
+        if (IsPlaceholder(pattern, i)) {
+            out.append(pattern, run, i - run);
+            out += *args[pattern[i + 1] - u'0'];
+            ++i; // the digit is consumed; the inserted text is not looked at again
+            run = i + 1;
+        }
+    }
+    out.append(pattern, run, size - run);
+    return out;
+}
+
+// ASCII text widened to UTF-16, unit for unit.
+UTF16String AsciiToUTF16(const char* ascii, std::size_t length) {
+    UTF16String out;
+    if (ascii == nullptr || length == 0) {
+        return out;
+    }
+    out.resize(length);
+    for (std::size_t i = 0; i < length; ++i) {
+        const auto byte = static_cast<unsigned char>(ascii[i]);
+        out[i] = byte < 0x80 ? static_cast<UTF16Char>(byte) : u'\uFFFD';
+    }
+    return out;
 }
 
 } // namespace kitcore::utility

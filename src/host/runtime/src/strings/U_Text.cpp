@@ -1,4 +1,5 @@
-// The host's number patterns: "^F<n>@<w>.<p>@" tokens printed like printf("%<w>.<p>f").
+// The host's narrow-text number patterns: "^F<n>@<w>.<p>@" tokens printed like
+// printf("%<w>.<p>f"), and the host locale's decimal separator put into such numbers.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -6,7 +7,13 @@
 #include <string>
 #include <string_view>
 
+#include <unicode/dcfmtsym.h>
+#include <unicode/locid.h>
+#include <unicode/numsys.h>
+
+#include "HostCodePage.h"
 #include "host/U_Text.h"
+#include "qzhost/HostControls.h"
 
 namespace {
 
@@ -108,4 +115,66 @@ void U_SubString(char* buffer, std::int32_t buffer_size, const char* pattern, do
     const std::size_t length = std::min(out.size(), static_cast<std::size_t>(buffer_size) - 1);
     std::memcpy(buffer, out.data(), length);
     buffer[length] = '\0';
+}
+
+namespace {
+
+// The decimal separator that the locale uses with Latin digits (the digits printf
+// writes), in the code page; nullopt when that is not exactly one byte.
+std::optional<char> FindSeparator(const std::string& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::LocalPointer<icu::NumberingSystem> latin(
+        icu::NumberingSystem::createInstanceByName("latn", status));
+    if (U_FAILURE(status)) {
+        return std::nullopt;
+    }
+    const icu::DecimalFormatSymbols symbols(icu::Locale(locale.c_str()), *latin, status);
+    if (U_FAILURE(status)) {
+        return std::nullopt;
+    }
+    const icu::UnicodeString& separator =
+        symbols.getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol);
+    const std::string bytes = qzhost::strings::ToHostCodePage(
+        std::u16string_view(separator.getBuffer(), static_cast<std::size_t>(separator.length())));
+    if (bytes.size() != 1 || bytes[0] == '\0') {
+        return std::nullopt;
+    }
+    return bytes[0];
+}
+
+// The calling thread's separator for the host locale and code page, found once per pair.
+std::optional<char> HostSeparator() {
+    const qzhost::HostControls& host = qzhost::HostControls::Get();
+    thread_local std::string last_locale;
+    thread_local std::string last_codepage;
+    thread_local std::optional<char> last_separator;
+    thread_local bool known = false;
+    if (!known || last_locale != host.Locale() || last_codepage != host.Codepage()) {
+        last_separator = FindSeparator(host.Locale());
+        last_locale = host.Locale();
+        last_codepage = host.Codepage();
+        known = true;
+    }
+    return last_separator;
+}
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+} // namespace
+
+void U_InternationalizeNum(char* buffer) {
+    if (buffer == nullptr || buffer[0] == '\0') {
+        return;
+    }
+    const std::optional<char> separator = HostSeparator();
+    if (!separator || *separator == '.') {
+        return;
+    }
+    for (char* p = buffer + 1; *p != '\0'; ++p) {
+        if (*p == '.' && IsDigit(p[-1]) && IsDigit(p[1])) {
+            *p = *separator;
+        }
+    }
 }

@@ -1,6 +1,7 @@
 // Toolkit errors raised with a localised message.
-#include "LocalizedKey.h"
 #include "kitcore/config/Error.h"
+
+#include "LocalizedKey.h"
 #include "qzhost/UnicodeText.h"
 
 namespace kitcore::config {

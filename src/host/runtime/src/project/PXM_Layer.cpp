@@ -1,4 +1,5 @@
-// The host's layers: a kind and a flag word, and the record of what callers asked.
+// The host's layers: a kind and a flag word, and the record of what callers asked; and
+// the query whether a property path runs through a mask.
 #include "host/PXM_Layer.h"
 #include "qzhost/HostControls.h"
 
@@ -21,4 +22,9 @@ KVB_MatchName PXM_Layer::GetMatchNameAtTail(const KVB_StreamIDPath& path) {
     qzhost::RequireUIThread("PXM_Layer::GetMatchNameAtTail");
     const auto& names = path.Names();
     return names.empty() ? KVB_MatchName() : names.back();
+}
+
+bool PXM_IsMaskSubtypeStreamPath(const KVB_StreamIDPath& path) {
+    qzhost::RequireUIThread("PXM_IsMaskSubtypeStreamPath");
+    return path.InsideMask();
 }

@@ -1,12 +1,7 @@
-#include "kitui/controls/UI_ControlMessage.h"
+// The message in which a picture control asks its owner for the picture of a state.
 #include "kitui/controls/UI_PictureSupplyMessage.h"
 
 namespace kitui::controls {
-
-UI_ControlMessage::UI_ControlMessage(kitui::ui::UI_Node* control, std::int32_t kind)
-    : control_(control), kind_(kind) {}
-
-UI_ControlMessage::~UI_ControlMessage() = default;
 
 UI_PictureSupplyMessage::UI_PictureSupplyMessage(kitui::ui::UI_Node* control,
                                                  std::uint32_t state_flags,

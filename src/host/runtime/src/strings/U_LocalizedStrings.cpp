@@ -1,8 +1,9 @@
-// Localised key lookup of the host's utility services.
+// The text of localised keys, in UTF-16 and in the host's code page.
+#include "host/U_LocalizedStrings.h"
+
 #include "HostCodePage.h"
 #include "LocalizedKey.h"
 #include "ResolvedKeyCache.h"
-#include "host/U_Utility.h"
 
 kitcore::utility::UTF16String U_ZStringToUTF16String(const char* zstring) {
     if (zstring == nullptr) {

@@ -1,0 +1,7 @@
+// The host's threads: which one the caller is on.
+#pragma once
+
+#include "qzgp/QZ_Basic.h"
+
+/// QZ_ANY_THREAD Whether the caller is on the host's main (UI) thread.
+QZ_HOST_API bool U_IsOnUIThread();
