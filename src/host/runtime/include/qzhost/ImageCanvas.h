@@ -20,13 +20,13 @@ public:
     ImageCanvas(const ImageCanvas&) = delete;
     ImageCanvas& operator=(const ImageCanvas&) = delete;
 
-    /// QZ_UI_THREAD The drawing context on the image.
+    /// [ui-thread] The drawing context on the image.
     kitui::inkwell::Inkwell& GetInkwell() noexcept;
     int PixelWidth() const noexcept;
     int PixelHeight() const noexcept;
     double Scale() const noexcept;
 
-    /// QZ_UI_THREAD A copy of the image as drawn so far.
+    /// [ui-thread] A copy of the image as drawn so far.
     RenderedImage Snapshot() const;
 
 private:

@@ -8,7 +8,7 @@
 
 namespace qzhost {
 
-/// QZ_ANY_THREAD How many KVB_MatchName objects hold a name right now (the host's own
+/// [any-thread] How many KVB_MatchName objects hold a name right now (the host's own
 /// constants included). Every non-empty name adds one while it lives.
 QZ_HOST_API std::int64_t LiveMatchNameCount() noexcept;
 

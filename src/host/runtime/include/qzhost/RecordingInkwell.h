@@ -93,7 +93,7 @@ public:
     RecordingInkwell(const RecordingInkwell&) = delete;
     RecordingInkwell& operator=(const RecordingInkwell&) = delete;
 
-    /// QZ_UI_THREAD The drawing context to draw through.
+    /// [ui-thread] The drawing context to draw through.
     kitui::inkwell::Inkwell& GetInkwell() noexcept;
 
     /// The calls made to the surface so far, in order.

@@ -13,10 +13,10 @@ namespace qzhost::strings {
 
 inline constexpr char16_t kReplacementCharacter = u'\uFFFD';
 
-/// QZ_ANY_THREAD UTF-8 to UTF-16; each maximal malformed subsequence becomes U+FFFD.
+/// [any-thread] UTF-8 to UTF-16; each maximal malformed subsequence becomes U+FFFD.
 QZ_HOST_API kitcore::utility::UTF16String Utf8ToUtf16(std::string_view utf8);
 
-/// QZ_ANY_THREAD UTF-16 to UTF-8; each lone surrogate becomes U+FFFD.
+/// [any-thread] UTF-16 to UTF-8; each lone surrogate becomes U+FFFD.
 QZ_HOST_API std::string Utf16ToUtf8(std::u16string_view utf16);
 
 } // namespace qzhost::strings

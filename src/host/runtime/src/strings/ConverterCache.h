@@ -8,7 +8,7 @@
 
 namespace qzhost::strings {
 
-/// QZ_ANY_THREAD The calling thread's converter for `codepage`, reset and ready for a new
+/// [any-thread] The calling thread's converter for `codepage`, reset and ready for a new
 /// conversion. Converting to UTF-16, every byte sequence that is not valid in the code
 /// page (or has no Unicode mapping) becomes U+FFFD; converting from UTF-16, the code
 /// page's own substitution is used. Throws std::runtime_error for an unknown code page.

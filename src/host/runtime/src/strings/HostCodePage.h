@@ -8,11 +8,11 @@
 
 namespace qzhost::strings {
 
-/// QZ_ANY_THREAD Bytes in the host code page to UTF-16; invalid or unmapped byte
+/// [any-thread] Bytes in the host code page to UTF-16; invalid or unmapped byte
 /// sequences become U+FFFD.
 kitcore::utility::UTF16String FromHostCodePage(std::string_view bytes);
 
-/// QZ_ANY_THREAD UTF-16 to the host code page; lone surrogates and characters that the
+/// [any-thread] UTF-16 to the host code page; lone surrogates and characters that the
 /// code page cannot hold become the code page's substitution.
 std::string ToHostCodePage(std::u16string_view text);
 

@@ -15,7 +15,7 @@
 
 namespace qzhost::strings {
 
-/// QZ_ANY_THREAD The UTF-8 text of `key` before escape expansion: the table text of the
+/// [any-thread] The UTF-8 text of `key` before escape expansion: the table text of the
 /// path (the part before the first "=") in the host locale, else the default text after
 /// the first "=". A key without "=" is all path with an empty default; a null key gives
 /// an empty text. Throws when a throw is injected for the string lookup.
@@ -24,7 +24,7 @@ std::string_view ResolveKeyText(const char* key);
 /// Four optional replacement values for "^0" to "^3"; null entries leave the escape as is.
 using EscapeValues = std::array<const kitcore::utility::UTF16String*, 4>;
 
-/// QZ_ANY_THREAD The UTF-8 `text` in UTF-16 with its caret escapes expanded.
+/// [any-thread] The UTF-8 `text` in UTF-16 with its caret escapes expanded.
 kitcore::utility::UTF16String ExpandEscapes(std::string_view text, const EscapeValues& values = {});
 
 } // namespace qzhost::strings

@@ -7,7 +7,7 @@
 
 namespace qzhost::strings {
 
-/// QZ_ANY_THREAD ExpandEscapes(ResolveKeyText(key)) for a non-null `key`, remembered by
+/// [any-thread] ExpandEscapes(ResolveKeyText(key)) for a non-null `key`, remembered by
 /// the calling thread for the host locale: a key's text depends only on the key and the
 /// locale's (fixed) table, so a repeated label costs a hash lookup and a copy. The
 /// injected string-lookup throw is checked on every call.

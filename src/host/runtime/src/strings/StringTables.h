@@ -16,15 +16,15 @@ struct StringEntry {
     std::string_view text;
 };
 
-/// QZ_ANY_THREAD The table of an ICU locale id, matched by language and country
+/// [any-thread] The table of an ICU locale id, matched by language and country
 /// ("de_DE", "de-DE" and "de_DE@currency=EUR" all name the de_DE table); empty when the
 /// host has no table for it.
 std::span<const StringEntry> StringTableFor(const std::string& icu_locale_id);
 
-/// QZ_ANY_THREAD The table text of `path` for the locale, if the table has the path.
+/// [any-thread] The table text of `path` for the locale, if the table has the path.
 std::optional<std::string_view> TableText(const std::string& icu_locale_id, std::string_view path);
 
-/// QZ_ANY_THREAD The key-path prefix under which the strings of a string module are
+/// [any-thread] The key-path prefix under which the strings of a string module are
 /// listed ("Info_Palette" has "$$$/QZ/Plugin/InfoPal/"); empty for an unknown module.
 std::string_view ModuleKeyPrefix(std::string_view module_name);
 

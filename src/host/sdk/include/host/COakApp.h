@@ -7,9 +7,9 @@
 
 class QZ_HOST_API COakApp {
 public:
-    /// QZ_UI_THREAD Whether the application suppresses updates of its windows now.
+    /// [ui-thread] Whether the application suppresses updates of its windows now.
     bool IsUpdateSuppressed() const;
-    /// QZ_UI_THREAD Asks the application to redraw its windows; `flags` choose which.
+    /// [ui-thread] Asks the application to redraw its windows; `flags` choose which.
     void RefreshWindows(short flags);
 };
 

@@ -11,27 +11,27 @@ struct KVB_MatchNameRecord;
 
 class QZ_HOST_API KVB_MatchName {
 public:
-    /// QZ_ANY_THREAD The empty name; it holds no record.
+    /// [any-thread] The empty name; it holds no record.
     KVB_MatchName() noexcept = default;
-    /// QZ_ANY_THREAD A name with the text `text` (copied); null or "" gives the empty name.
+    /// [any-thread] A name with the text `text` (copied); null or "" gives the empty name.
     explicit KVB_MatchName(const char* text);
-    /// QZ_ANY_THREAD Another reference to the same record.
+    /// [any-thread] Another reference to the same record.
     KVB_MatchName(const KVB_MatchName& other) noexcept;
-    /// QZ_ANY_THREAD Takes over the reference of `other`, which becomes the empty name.
+    /// [any-thread] Takes over the reference of `other`, which becomes the empty name.
     KVB_MatchName(KVB_MatchName&& other) noexcept;
-    /// QZ_ANY_THREAD
+    /// [any-thread] Takes the other name's text.
     KVB_MatchName& operator=(const KVB_MatchName& other) noexcept;
-    /// QZ_ANY_THREAD
+    /// [any-thread] Takes the other name's text.
     KVB_MatchName& operator=(KVB_MatchName&& other) noexcept;
-    /// QZ_ANY_THREAD Releases the reference; the last one frees the record.
+    /// [any-thread] Releases the reference; the last one frees the record.
     ~KVB_MatchName();
 
-    /// QZ_ANY_THREAD The name's text, "" for the empty name. Valid while the name lives.
+    /// [any-thread] The name's text, "" for the empty name. Valid while the name lives.
     const char* Text() const noexcept;
-    /// QZ_ANY_THREAD Whether this is the empty name.
+    /// [any-thread] Whether this is the empty name.
     bool Empty() const noexcept { return record_ == nullptr; }
 
-    /// QZ_ANY_THREAD Names are equal when their texts are equal, byte for byte.
+    /// [any-thread] Names are equal when their texts are equal, byte for byte.
     bool operator==(const KVB_MatchName& other) const noexcept;
 
 private:

@@ -4,7 +4,7 @@
 #include "host/PF_Pixel.h"
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_UI_THREAD Converts `in` (working space, alpha untouched) to the colour that the
+/// [ui-thread] Converts `in` (working space, alpha untouched) to the colour that the
 /// monitor under the screen point (x, y) shows, into `*out`. Without a monitor profile the
 /// colour passes through unchanged. `out` may be `&in`; a null `out` does nothing.
 QZ_HOST_API void TransformPixelAtScreenLocation(const PF_PixelFloat& in, int x, int y,

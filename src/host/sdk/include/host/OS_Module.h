@@ -8,8 +8,8 @@
 /// The base address at which a library is loaded; null for none.
 using OS_ModuleHandle = const void*;
 
-/// QZ_ANY_THREAD The module handle of the library that holds `address`, or null.
+/// [any-thread] The module handle of the library that holds `address`, or null.
 QZ_HOST_API OS_ModuleHandle OS_ModuleFromAddress(const void* address);
 
-/// QZ_ANY_THREAD The file path of the library behind `module`, or "" when unknown.
+/// [any-thread] The file path of the library behind `module`, or "" when unknown.
 QZ_HOST_API std::string OS_ModulePath(OS_ModuleHandle module);

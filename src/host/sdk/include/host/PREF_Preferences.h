@@ -18,22 +18,22 @@ inline constexpr QZ_Err PREF_Err_BAD_VALUE = 30;
 /// The preference file could not be written.
 inline constexpr QZ_Err PREF_Err_WRITE_FAILED = 31;
 
-/// QZ_UI_THREAD The store of preference type `type`, or null for a type the host does not
+/// [ui-thread] The store of preference type `type`, or null for a type the host does not
 /// have.
 QZ_HOST_API PREF_Handle PREF_GetPrefHandle(std::int32_t type);
 
-/// QZ_UI_THREAD Whether `key` exists in `section`; writes the answer into `*exists`.
+/// [ui-thread] Whether `key` exists in `section`; writes the answer into `*exists`.
 /// QZ_Err_NULL_ARGUMENT for a null handle, section, key or answer.
 QZ_HOST_API QZ_Err PREF_DoesKeyExist(PREF_Handle handle, const char* section, const char* key,
                                      bool* exists);
 
-/// QZ_UI_THREAD The whole number stored under `key` of `section`, or `default_value` when
+/// [ui-thread] The whole number stored under `key` of `section`, or `default_value` when
 /// the key is absent. A value that is not a whole number gives PREF_Err_BAD_VALUE and
 /// leaves `*value` unchanged.
 QZ_HOST_API QZ_Err PREF_GetTextPrefLong(PREF_Handle handle, const char* section, const char* key,
                                         long default_value, long* value);
 
-/// QZ_UI_THREAD Stores `value` under `key` of `section` and writes the preference file at
+/// [ui-thread] Stores `value` under `key` of `section` and writes the preference file at
 /// once. A file that cannot be written gives PREF_Err_WRITE_FAILED; the file on disk then
 /// keeps its previous content.
 QZ_HOST_API QZ_Err PREF_SetTextPrefLong(PREF_Handle handle, const char* section, const char* key,

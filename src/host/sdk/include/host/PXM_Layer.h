@@ -37,23 +37,23 @@ struct PXM_LayerQuery {
 
 class QZ_HOST_API PXM_Layer {
 public:
-    /// QZ_UI_THREAD A layer whose kind test holds for `kind` alone, with the 3-D switch
+    /// [ui-thread] A layer whose kind test holds for `kind` alone, with the 3-D switch
     /// (PXM_LayerFlag_THREE_D) set in its flag word when `three_d`.
     PXM_Layer(std::int32_t kind, bool three_d);
 
-    /// QZ_UI_THREAD Whether the layer is of kind `kind`. Recorded.
+    /// [ui-thread] Whether the layer is of kind `kind`. Recorded.
     bool IsOfKind(std::int32_t kind) const;
-    /// QZ_UI_THREAD The layer's flag word. Recorded.
+    /// [ui-thread] The layer's flag word. Recorded.
     std::uint32_t GetFlags() const;
 
-    /// QZ_UI_THREAD The match name at the tail of `path`: the property's own name, a new
+    /// [ui-thread] The match name at the tail of `path`: the property's own name, a new
     /// reference that the caller releases by letting it go. The empty path gives the empty
     /// name.
     static KVB_MatchName GetMatchNameAtTail(const KVB_StreamIDPath& path);
 
-    /// QZ_UI_THREAD Every kind test and flag read asked of this layer so far, in order.
+    /// [ui-thread] Every kind test and flag read asked of this layer so far, in order.
     const std::vector<PXM_LayerQuery>& Queries() const noexcept { return queries_; }
-    /// QZ_UI_THREAD Forgets the recorded queries.
+    /// [ui-thread] Forgets the recorded queries.
     void ClearQueries() noexcept { queries_.clear(); }
 
 private:
@@ -62,6 +62,6 @@ private:
     mutable std::vector<PXM_LayerQuery> queries_;
 };
 
-/// QZ_UI_THREAD Whether `path` runs through one of the layer's masks (a mask's shape,
+/// [ui-thread] Whether `path` runs through one of the layer's masks (a mask's shape,
 /// opacity, feather, expansion or any other mask property).
 QZ_HOST_API bool PXM_IsMaskSubtypeStreamPath(const KVB_StreamIDPath& path);

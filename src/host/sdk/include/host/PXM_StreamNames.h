@@ -2,7 +2,7 @@
 // texts are the names themselves ("POSITION", "MASK_OPACITY"...). The mask shape's name
 // belongs to the object model, which publishes it through a pointer.
 //
-// QZ_ANY_THREAD Every constant may be read from any thread once the host is loaded.
+// [any-thread] Every constant may be read from any thread once the host is loaded.
 #pragma once
 
 #include "host/KVB_MatchName.h"

@@ -5,6 +5,6 @@
 
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_UI_THREAD Reports `error` to the user and gives the result code that the
+/// [ui-thread] Reports `error` to the user and gives the result code that the
 /// reporting function returns to the host.
 QZ_HOST_API QZ_Err U_TranslateAndReportException(const std::exception& error);

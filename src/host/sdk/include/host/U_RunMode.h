@@ -5,5 +5,5 @@
 
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_ANY_THREAD How the host runs: 0 interactive, 1 without a user interface.
+/// [any-thread] How the host runs: 0 interactive, 1 without a user interface.
 QZ_HOST_API std::int32_t U_GetRunMode();

@@ -6,7 +6,7 @@
 
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_UI_THREAD Publishes a suite in the host's basic suite table so that other
+/// [ui-thread] Publishes a suite in the host's basic suite table so that other
 /// components acquire it by `name` and `version`. `host_a` and `host_b` must be null;
 /// `internal` is the host's publication kind. Returns an error when a suite of that
 /// name and version is already published or an argument is invalid.

@@ -6,7 +6,7 @@
 
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_ANY_THREAD Formats `pattern` into `buffer` (`buffer_size` bytes, the terminating NUL
+/// [any-thread] Formats `pattern` into `buffer` (`buffer_size` bytes, the terminating NUL
 /// included). The pattern is text with number tokens "^F<n>@<w>.<p>@": argument number
 /// `n` printed as printf("%<w>.<p>f") prints it, that is with exactly `p` fraction digits
 /// (rounded as printf rounds), right-aligned in at least `w` characters (padded with
@@ -19,7 +19,7 @@
 QZ_HOST_API void U_SubString(char* buffer, std::int32_t buffer_size, const char* pattern,
                              double value);
 
-/// QZ_ANY_THREAD Localises the numbers of the NUL-terminated `buffer` in place: every "."
+/// [any-thread] Localises the numbers of the NUL-terminated `buffer` in place: every "."
 /// that stands between two ASCII digits becomes the host locale's decimal separator (the
 /// separator that goes with Latin digits, in the host code page). The text never grows:
 /// when the separator is not a single byte in the host code page the buffer is left as it

@@ -7,11 +7,11 @@
 #include "kitcore/utility/UTF16String.h"
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_ANY_THREAD UTF-16 to the host's multibyte code page; a null text gives "".
+/// [any-thread] UTF-16 to the host's multibyte code page; a null text gives "".
 /// Characters the code page cannot hold become its substitution character.
 QZ_HOST_API std::string U_UTF16ToMBString(const kitcore::utility::UTF16Char* text);
-/// QZ_ANY_THREAD The host's multibyte code page to UTF-16; a null text gives "".
+/// [any-thread] The host's multibyte code page to UTF-16; a null text gives "".
 /// Byte sequences that are not valid in the code page become U+FFFD.
 QZ_HOST_API kitcore::utility::UTF16String U_MBToUTF16String(const char* text);
-/// QZ_ANY_THREAD ASCII to UTF-16; a null text gives ""; bytes above 0x7F become U+FFFD.
+/// [any-thread] ASCII to UTF-16; a null text gives ""; bytes above 0x7F become U+FFFD.
 QZ_HOST_API kitcore::utility::UTF16String U_AsciiToUTF16String(const char* text);

@@ -3,5 +3,5 @@
 
 #include "qzgp/QZ_Basic.h"
 
-/// QZ_ANY_THREAD Whether the caller is on the host's main (UI) thread.
+/// [any-thread] Whether the caller is on the host's main (UI) thread.
 QZ_HOST_API bool U_IsOnUIThread();

@@ -27,14 +27,14 @@ using QZGP_IdleHook = QZ_Err (*)(QZGP_GlobalRefcon global, QZGP_HookRefcon refco
 
 /// Table positions are fixed; entries the host does not offer are null.
 struct QZGP_RegisterSuite6 {
-    /// 1st. QZ_UI_THREAD
+    /// 1st. [ui-thread] Calls `hook` for each menu command the user chooses.
     QZ_Err (*RegisterCommandHook)(QZGP_PluginID plugin_id, QZGP_HookPriority priority,
                                   QZGP_Command command, QZGP_CommandHook hook,
                                   QZGP_HookRefcon refcon);
-    /// 2nd. QZ_UI_THREAD
+    /// 2nd. [ui-thread] Calls `hook` each time a menu is about to show.
     QZ_Err (*RegisterUpdateMenuHook)(QZGP_PluginID plugin_id, QZGP_UpdateMenuHook hook,
                                      QZGP_HookRefcon refcon);
-    /// 3rd. QZ_UI_THREAD
+    /// 3rd. [ui-thread] Calls `hook` once, when the host is about to unload the plug-in.
     QZ_Err (*RegisterDeathHook)(QZGP_PluginID plugin_id, QZGP_DeathHook hook,
                                 QZGP_HookRefcon refcon);
     /// 4th to 8th: not offered by this host (null).
@@ -43,6 +43,6 @@ struct QZGP_RegisterSuite6 {
     void (*reserved6)();
     void (*reserved7)();
     void (*reserved8)();
-    /// 9th. QZ_UI_THREAD
+    /// 9th. [ui-thread] Calls `hook` whenever the host is idle.
     QZ_Err (*RegisterIdleHook)(QZGP_PluginID plugin_id, QZGP_IdleHook hook, QZGP_HookRefcon refcon);
 };

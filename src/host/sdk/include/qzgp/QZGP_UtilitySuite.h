@@ -16,13 +16,13 @@ using QZGP_UISuppressedQuery = QZ_Err (*)(std::uint8_t* suppressed);
 
 struct QZGP_UtilitySuite7 {
     QZGP_UtilityReserved reserved[22]; // 1st to 22nd: not offered (null)
-    /// 23rd. QZ_ANY_THREAD
+    /// 23rd. [any-thread] Writes whether the host runs without its user interface.
     QZGP_UISuppressedQuery GetUISuppressed;
 };
 
 struct QZGP_UtilitySuite13 {
     QZGP_UtilityReserved reserved[24]; // 1st to 24th: not offered (null)
-    /// 25th. QZ_ANY_THREAD
+    /// 25th. [any-thread] Writes whether the host runs without its user interface.
     QZGP_UISuppressedQuery GetUISuppressed;
 };
 

@@ -38,16 +38,16 @@ using QZGP_GlobalRefcon = QZGP_Global*;
 /// it. A suite acquired with a name and version is released with the same name and
 /// version, once per acquisition.
 struct QZ_BasicSuiteTable {
-    /// QZ_ANY_THREAD Acquire `name` at `version`; on success `*suite` points to the
+    /// [any-thread] Acquire `name` at `version`; on success `*suite` points to the
     /// suite's function table. Returns QZ_Err_MISSING_SUITE (and a null table) when
     /// the host does not have the suite at that version.
     QZ_Err (*AcquireSuite)(const char* name, std::int32_t version, const void** suite);
-    /// QZ_ANY_THREAD Release one acquisition of `name` at `version`.
+    /// [any-thread] Release one acquisition of `name` at `version`.
     QZ_Err (*ReleaseSuite)(const char* name, std::int32_t version);
 };
 
 /// The plug-in entry point that the host looks up by the name in the plug-in's
-/// property list. QZ_UI_THREAD
+/// property list. [ui-thread]
 using QZGP_PluginEntryFunc = QZ_Err (*)(QZ_BasicSuiteTable* basic, std::int32_t major_version,
                                         std::int32_t minor_version, QZGP_PluginID plugin_id,
                                         QZGP_GlobalRefcon* global_ref);

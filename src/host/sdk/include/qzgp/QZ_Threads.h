@@ -8,7 +8,8 @@
 //
 // These two words are the only thread contracts in this SDK; a table entry without a tag
 // is a defect.
+//
+// Each tag stands at the start of the one-sentence comment of the entry or operation that
+// it describes, spelled exactly as above; a test reads the SDK's headers and fails on a
+// table entry or declared operation without one.
 #pragma once
-
-#define QZ_UI_THREAD  /* [ui-thread] */
-#define QZ_ANY_THREAD /* [any-thread] */

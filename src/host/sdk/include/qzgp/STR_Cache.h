@@ -17,9 +17,9 @@ struct STR_ModuleRecord {
 /// destructor.
 class QZ_HOST_API STR_IZCache {
 public:
-    /// QZ_UI_THREAD How many strings the module has in the current locale.
+    /// [ui-thread] How many strings the module has in the current locale.
     virtual std::int32_t LStrCount() const = 0;
-    /// QZ_UI_THREAD The text of string `index` (0-based); `flag` true asks for the key
+    /// [ui-thread] The text of string `index` (0-based); `flag` true asks for the key
     /// path instead of the text. An index out of range gives an empty text.
     virtual kitcore::utility::UTF16String LStrLookup(std::int32_t index, bool flag) const = 0;
     virtual ~STR_IZCache();

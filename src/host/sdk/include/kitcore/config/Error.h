@@ -24,7 +24,7 @@ private:
     std::int32_t minor_;
 };
 
-/// QZ_ANY_THREAD Raises Error with the text of the localised key `key` (a
+/// [any-thread] Raises Error with the text of the localised key `key` (a
 /// "$$$/...=default" string), its "^0" to "^3" replaced by the four values (which are
 /// not scanned again) and "^I", "^D", "^^" expanded as U_ZStringToUTF16String does.
 /// `flag` is accepted and changes nothing.

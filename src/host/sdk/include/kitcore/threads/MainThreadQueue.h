@@ -7,7 +7,7 @@
 
 namespace kitcore::threads {
 
-/// QZ_ANY_THREAD Queues `call` to run once on the main thread, after every call queued
+/// [any-thread] Queues `call` to run once on the main thread, after every call queued
 /// before it, when the host's main loop next drains its queue. `options` must be 0.
 /// Returns whether the call was queued. An integer that the call throws is recorded
 /// by the main loop as the call's failure code.

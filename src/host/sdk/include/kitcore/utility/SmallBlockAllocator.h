@@ -10,10 +10,10 @@
 
 namespace kitcore::utility {
 
-/// QZ_ANY_THREAD A block of at least `bytes` bytes. Blocks of the same size class are
+/// [any-thread] A block of at least `bytes` bytes. Blocks of the same size class are
 /// interchangeable between threads: a block may be freed on another thread.
 QZ_HOST_API void* SmallBlockAllocate(std::size_t bytes);
-/// QZ_ANY_THREAD Gives back a block from SmallBlockAllocate with the same `bytes`.
+/// [any-thread] Gives back a block from SmallBlockAllocate with the same `bytes`.
 QZ_HOST_API void SmallBlockFree(void* block, std::size_t bytes) noexcept;
 
 template <class T>

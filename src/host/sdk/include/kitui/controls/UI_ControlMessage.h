@@ -23,7 +23,7 @@ public:
     UI_ControlMessage(const UI_ControlMessage&) = default;
     UI_ControlMessage& operator=(const UI_ControlMessage&) = default;
 
-    /// QZ_UI_THREAD The control that sends the message.
+    /// [ui-thread] The control that sends the message.
     kitui::ui::UI_Node* GetControl() const noexcept { return control_; }
     std::int32_t GetKind() const noexcept { return kind_; }
 

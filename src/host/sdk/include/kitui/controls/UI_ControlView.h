@@ -15,7 +15,7 @@ namespace kitui::controls {
 
 using UI_ControlMessageHandlerRef = boost::shared_ptr<UI_MessageHandler<UI_ControlMessage>>;
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_ControlView : public kitui::ui::UI_SubView {
 public:
     /// `creation_flags` are the toolkit's creation flags (controls made for a panel's

@@ -5,7 +5,7 @@
 
 namespace kitui::controls {
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_HotText : public UI_TextControl {
 public:
     explicit UI_HotText(std::uint32_t creation_flags = 0);

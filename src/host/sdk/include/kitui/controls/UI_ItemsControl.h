@@ -9,7 +9,7 @@
 
 namespace kitui::controls {
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_ItemsControl : public UI_TextControl {
 public:
     static constexpr std::size_t kNoSelection = static_cast<std::size_t>(-1);

@@ -13,7 +13,7 @@ template <class Message>
 class UI_MessageHandler {
 public:
     virtual ~UI_MessageHandler() = default;
-    /// QZ_UI_THREAD Handles `message`; returns whether it was handled.
+    /// [ui-thread] Handles `message`; returns whether it was handled.
     virtual bool HandleMessage(Message& message) = 0;
 };
 
@@ -35,7 +35,7 @@ private:
     boost::function<void(Message&)> function_;
 };
 
-/// QZ_UI_THREAD A shared handler that calls `function`.
+/// [ui-thread] A shared handler that calls `function`.
 template <class Message>
 boost::shared_ptr<UI_MessageHandler<Message>>
 UI_MakeMessageHandler(boost::function<void(Message&)> function) {

@@ -15,7 +15,7 @@ namespace kitui::controls {
 
 using UI_PictureSupplyHandlerRef = boost::shared_ptr<UI_MessageHandler<UI_PictureSupplyMessage>>;
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_PictureControl : public UI_ControlView {
 public:
     explicit UI_PictureControl(std::uint32_t creation_flags = 0);

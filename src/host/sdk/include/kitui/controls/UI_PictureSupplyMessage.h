@@ -25,14 +25,14 @@ public:
                             kitui::inkwell::SupplierInterface* supplier, float scale);
     ~UI_PictureSupplyMessage() override;
 
-    /// QZ_UI_THREAD The state of the control whose picture is wanted (picture_state).
+    /// [ui-thread] The state of the control whose picture is wanted (picture_state).
     std::uint32_t GetStateFlags() const noexcept { return stateFlags_; }
-    /// QZ_UI_THREAD The supplier with which to make the picture.
+    /// [ui-thread] The supplier with which to make the picture.
     kitui::inkwell::SupplierInterface* GetDrawSupplier() const noexcept { return supplier_; }
-    /// QZ_UI_THREAD The pixel density of the surface that will draw the picture.
+    /// [ui-thread] The pixel density of the surface that will draw the picture.
     float GetScale() const noexcept { return scale_; }
 
-    /// QZ_UI_THREAD The answer: the picture to show (an empty handle shows none).
+    /// [ui-thread] The answer: the picture to show (an empty handle shows none).
     void SetImage(const kitui::inkwell::PictureRef& image) { image_ = image; }
     const kitui::inkwell::PictureRef& GetImage() const noexcept { return image_; }
 

@@ -5,7 +5,7 @@
 
 namespace kitui::controls {
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_PopupListBox : public UI_ItemsControl {
 public:
     explicit UI_PopupListBox(std::uint32_t creation_flags = 0);

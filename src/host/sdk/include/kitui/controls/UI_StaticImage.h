@@ -6,7 +6,7 @@
 
 namespace kitui::controls {
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_StaticImage : public UI_PictureControl {
 public:
     explicit UI_StaticImage(std::uint32_t creation_flags = 0);

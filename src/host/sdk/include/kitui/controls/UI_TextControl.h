@@ -12,7 +12,7 @@
 
 namespace kitui::controls {
 
-/// QZ_UI_THREAD for every operation.
+/// [ui-thread] for every operation.
 class QZ_HOST_API UI_TextControl : public UI_ControlView {
 public:
     explicit UI_TextControl(std::uint32_t creation_flags = 0);

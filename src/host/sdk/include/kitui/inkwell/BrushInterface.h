@@ -9,7 +9,7 @@ namespace kitui::inkwell {
 class QZ_HOST_API BrushInterface {
 public:
     virtual ~BrushInterface();
-    /// QZ_UI_THREAD
+    /// [ui-thread] The colour that the brush fills with.
     virtual ColorRGBA GetColor() const = 0;
 };
 

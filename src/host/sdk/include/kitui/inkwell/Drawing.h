@@ -8,11 +8,11 @@
 
 namespace kitui::inkwell {
 
-/// QZ_UI_THREAD Fills `rect` with a brush of `color`.
+/// [ui-thread] Fills `rect` with a brush of `color`.
 QZ_HOST_API void FillRect(Inkwell& ink, const kitui::ui::RectT<float>& rect,
                           const ColorRGBA& color);
 
-/// QZ_UI_THREAD Strokes the inside edge of `rect` with a pen of `color`, `width` wide: the
+/// [ui-thread] Strokes the inside edge of `rect` with a pen of `color`, `width` wide: the
 /// stroke lies wholly inside the rectangle.
 QZ_HOST_API void FrameRect(Inkwell& ink, const kitui::ui::RectT<float>& rect,
                            const ColorRGBA& color, float width);

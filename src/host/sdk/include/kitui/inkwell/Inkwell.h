@@ -21,9 +21,9 @@ public:
     Inkwell(const Inkwell&) = delete;
     Inkwell& operator=(const Inkwell&) = delete;
 
-    /// QZ_UI_THREAD
+    /// [ui-thread] What makes the drawing objects (pens, brushes, paths, shaders).
     SupplierInterface* GetSupplier() const noexcept { return supplier_.get(); }
-    /// QZ_UI_THREAD
+    /// [ui-thread] What the drawing objects are drawn on.
     SurfaceInterface* GetSurface() const noexcept { return surface_.get(); }
     const SupplierRef& GetSupplierRef() const noexcept { return supplier_; }
     const SurfaceRef& GetSurfaceRef() const noexcept { return surface_; }

@@ -11,19 +11,19 @@ class QZ_HOST_API PathInterface {
 public:
     virtual ~PathInterface();
 
-    /// QZ_UI_THREAD Starts a new figure at `point`.
+    /// [ui-thread] Starts a new figure at `point`.
     virtual void MoveTo(const kitui::ui::PointT<float>& point) = 0;
-    /// QZ_UI_THREAD A straight segment from the current point to `point` (a figure
+    /// [ui-thread] A straight segment from the current point to `point` (a figure
     /// starts at `point` when there is no current point).
     virtual void LineTo(const kitui::ui::PointT<float>& point) = 0;
-    /// QZ_UI_THREAD A closed rectangle as a figure of its own.
+    /// [ui-thread] A closed rectangle as a figure of its own.
     virtual void AddRect(const kitui::ui::RectT<float>& rect) = 0;
-    /// QZ_UI_THREAD Closes the current figure back to its first point.
+    /// [ui-thread] Closes the current figure back to its first point.
     virtual void Close() = 0;
-    /// QZ_UI_THREAD Whether the path has no figure.
+    /// [ui-thread] Whether the path has no figure.
     virtual bool IsEmpty() const = 0;
 
-    /// QZ_UI_THREAD The rectangle at `origin` of size `size` (width x, height y).
+    /// [ui-thread] The rectangle at `origin` of size `size` (width x, height y).
     void AddRect(const kitui::ui::PointT<float>& origin, const kitui::ui::PointT<float>& size) {
         AddRect(kitui::ui::RectT<float>{origin.x, origin.y, size.x, size.y});
     }

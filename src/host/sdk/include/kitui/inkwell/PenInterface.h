@@ -9,9 +9,9 @@ namespace kitui::inkwell {
 class QZ_HOST_API PenInterface {
 public:
     virtual ~PenInterface();
-    /// QZ_UI_THREAD
+    /// [ui-thread] The colour that the pen strokes with.
     virtual ColorRGBA GetColor() const = 0;
-    /// QZ_UI_THREAD The width of the stroke in user units.
+    /// [ui-thread] The width of the stroke in user units.
     virtual float GetWidth() const = 0;
 };
 

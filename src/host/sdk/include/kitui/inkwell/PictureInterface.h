@@ -11,15 +11,15 @@ namespace kitui::inkwell {
 class QZ_HOST_API PictureInterface {
 public:
     virtual ~PictureInterface();
-    /// QZ_UI_THREAD Size in pixels.
+    /// [ui-thread] Size in pixels.
     virtual int GetPixelWidth() const = 0;
     virtual int GetPixelHeight() const = 0;
-    /// QZ_UI_THREAD Pixels per user unit (1, 1.5, 2...).
+    /// [ui-thread] Pixels per user unit (1, 1.5, 2...).
     virtual float GetScale() const = 0;
-    /// QZ_UI_THREAD Size in user units: the pixel size divided by the scale.
+    /// [ui-thread] Size in user units: the pixel size divided by the scale.
     float GetWidth() const { return static_cast<float>(GetPixelWidth()) / GetScale(); }
     float GetHeight() const { return static_cast<float>(GetPixelHeight()) / GetScale(); }
-    /// QZ_UI_THREAD The pixel at column x, row y as 0xAARRGGBB, not premultiplied.
+    /// [ui-thread] The pixel at column x, row y as 0xAARRGGBB, not premultiplied.
     virtual std::uint32_t GetPixel(int x, int y) const = 0;
 };
 

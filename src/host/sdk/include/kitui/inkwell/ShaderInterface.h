@@ -12,13 +12,13 @@ namespace kitui::inkwell {
 class QZ_HOST_API ShaderInterface {
 public:
     virtual ~ShaderInterface();
-    /// QZ_UI_THREAD
+    /// [ui-thread] Where the gradient starts.
     virtual kitui::ui::PointT<float> GetStart() const = 0;
-    /// QZ_UI_THREAD
+    /// [ui-thread] Where the gradient ends.
     virtual kitui::ui::PointT<float> GetEnd() const = 0;
-    /// QZ_UI_THREAD
+    /// [ui-thread] The colour at the start.
     virtual ColorRGBA GetStartColor() const = 0;
-    /// QZ_UI_THREAD
+    /// [ui-thread] The colour at the end.
     virtual ColorRGBA GetEndColor() const = 0;
 };
 

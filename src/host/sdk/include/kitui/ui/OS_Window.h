@@ -10,7 +10,7 @@ public:
     OS_Window();
     ~OS_Window() override;
 
-    /// QZ_UI_THREAD Brings what is marked for redrawing to the screen now rather than at
+    /// [ui-thread] Brings what is marked for redrawing to the screen now rather than at
     /// the host's next redraw. `request` -1 asks for everything that is marked.
     virtual void UI_UpdateImmediately(int request);
     /// How many immediate updates the window was asked for.
@@ -24,7 +24,7 @@ class QZ_HOST_API OS_ScaledView : public OS_Window {
 public:
     OS_ScaledView();
     ~OS_ScaledView() override;
-    /// QZ_UI_THREAD The host's UI scale factor for this view (1 on a standard display).
+    /// [ui-thread] The host's UI scale factor for this view (1 on a standard display).
     double UI_GetScale() const;
 };
 

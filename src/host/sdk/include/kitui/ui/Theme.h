@@ -35,11 +35,11 @@ inline constexpr std::size_t kSwatchFrame = 20;
 inline constexpr std::size_t kAlertText = 10076;
 } // namespace color_id
 
-/// QZ_ANY_THREAD The theme colour number `id`; a number that the theme does not have gives
+/// [any-thread] The theme colour number `id`; a number that the theme does not have gives
 /// the default text colour.
 QZ_HOST_API kitui::inkwell::ColorRGBA GetColor(std::size_t id);
 
-/// QZ_ANY_THREAD Whether the theme has a colour numbered `id`.
+/// [any-thread] Whether the theme has a colour numbered `id`.
 QZ_HOST_API bool HasColor(std::size_t id);
 
 } // namespace kitui::ui

@@ -23,7 +23,7 @@ public:
 class QZ_HOST_API UI_Describable {
 public:
     virtual ~UI_Describable();
-    /// QZ_UI_THREAD Writes the object's state into `out`.
+    /// [ui-thread] Writes the object's state into `out`.
     virtual void UI_Describe(UI_Description& out) const = 0;
 };
 

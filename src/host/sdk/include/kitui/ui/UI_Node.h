@@ -30,7 +30,7 @@ struct NodeChange {
 class QZ_HOST_API UI_NodeBase {
 public:
     virtual ~UI_NodeBase();
-    /// QZ_UI_THREAD Called once by the creator of a node after its construction.
+    /// [ui-thread] Called once by the creator of a node after its construction.
     virtual void UI_PostCreate();
     bool UI_IsPostCreated() const noexcept { return postCreated_; }
 
@@ -45,7 +45,7 @@ public:
     UI_Node(const UI_Node&) = delete;
     UI_Node& operator=(const UI_Node&) = delete;
 
-    // Tree. QZ_UI_THREAD for all of them.
+    // Tree. [ui-thread] for all of them.
     UI_Node* UI_GetParent() const noexcept { return parent_; }
     std::size_t UI_GetChildCount() const noexcept { return children_.size(); }
     UI_Node* UI_GetChild(std::size_t index) const noexcept;
@@ -89,14 +89,14 @@ public:
     // Invalid area of the tree that this node belongs to: the rectangles that must be
     // redrawn, in the local coordinates of the tree's root. Invalidation, showing and
     // hiding, and moving or resizing a visible node add to it; the host reads it before
-    // it redraws and then clears it. QZ_UI_THREAD for all of them.
+    // it redraws and then clears it. [ui-thread] for all of them.
     std::vector<RectT<float>> UI_GetInvalidRects() const;
     /// The smallest rectangle holding every invalid rectangle (empty when none).
     RectT<float> UI_GetInvalidBounds() const;
     bool UI_HasInvalidArea() const;
     void UI_ClearInvalidArea();
 
-    // Drawing. QZ_UI_THREAD for all of them.
+    // Drawing. [ui-thread] for all of them.
     /// Draws the node in its local coordinates with the drawing context `ink`, then its
     /// shown children. The base has nothing of its own to draw: it draws the children.
     virtual void UI_Draw(kitui::inkwell::Inkwell* ink);

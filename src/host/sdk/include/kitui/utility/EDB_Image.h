@@ -30,7 +30,7 @@ inline constexpr std::int32_t kPNGOrSVG = 2;
 
 } // namespace kitui::utility
 
-/// QZ_UI_THREAD The picture `name` of `resources` for the control state `state_flags`
+/// [ui-thread] The picture `name` of `resources` for the control state `state_flags`
 /// (kitui::controls::picture_state; the selected bit picks the "S" pictures) at the host's
 /// UI scale, made with `supplier`. With `match_scale` false the 1x picture is used at
 /// every scale. With `fall_back_to_normal` a state that has no picture of its own uses the

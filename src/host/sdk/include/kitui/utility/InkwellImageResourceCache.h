@@ -16,9 +16,9 @@ public:
     InkwellImageResourceCache(const InkwellImageResourceCache&) = delete;
     InkwellImageResourceCache& operator=(const InkwellImageResourceCache&) = delete;
 
-    /// QZ_UI_THREAD How many decoded pictures the cache holds.
+    /// [ui-thread] How many decoded pictures the cache holds.
     std::size_t GetCount() const noexcept;
-    /// QZ_UI_THREAD Drops every decoded picture.
+    /// [ui-thread] Drops every decoded picture.
     void Purge() noexcept;
 
     struct Entries;

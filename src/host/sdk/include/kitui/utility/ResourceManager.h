@@ -13,7 +13,7 @@ namespace kitui::utility {
 class QZ_HOST_API ResourceManager {
 public:
     virtual ~ResourceManager();
-    /// QZ_UI_THREAD The bytes of the resource of `type` named `name` (both matched
+    /// [ui-thread] The bytes of the resource of `type` named `name` (both matched
     /// without regard to case). Returns false and leaves `bytes` empty when there is no
     /// such resource.
     virtual bool GetResourceBytes(const kitcore::utility::UTF16String& name,

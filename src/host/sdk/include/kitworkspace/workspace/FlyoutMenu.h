@@ -24,19 +24,19 @@ public:
     FlyoutMenu();
     ~FlyoutMenu();
 
-    /// QZ_UI_THREAD Removes the items from position `first` (0 is the first item) on.
+    /// [ui-thread] Removes the items from position `first` (0 is the first item) on.
     void RemoveItems(std::size_t first);
-    /// QZ_UI_THREAD Appends an enabled, unchecked item with command 0; returns its position.
+    /// [ui-thread] Appends an enabled, unchecked item with command 0; returns its position.
     std::size_t AppendItem(const kitcore::utility::UTF16String& text);
-    /// QZ_UI_THREAD The command that choosing the item at `position` sends to the panel.
+    /// [ui-thread] The command that choosing the item at `position` sends to the panel.
     /// Positions past the end are ignored, as in the two setters below.
     void SetItemCommand(std::size_t position, std::int32_t command);
-    /// QZ_UI_THREAD Puts or removes the check mark of the item at `position`.
+    /// [ui-thread] Puts or removes the check mark of the item at `position`.
     void SetItemChecked(std::size_t position, bool checked);
-    /// QZ_UI_THREAD Enables or disables the item at `position`.
+    /// [ui-thread] Enables or disables the item at `position`.
     void SetItemEnabled(std::size_t position, bool enabled);
 
-    /// QZ_UI_THREAD The items, first to last.
+    /// [ui-thread] The items, first to last.
     const std::vector<Item>& GetItems() const noexcept { return items_; }
 
 private:

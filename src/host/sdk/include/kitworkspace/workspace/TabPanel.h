@@ -30,20 +30,20 @@ public:
              const kitcore::utility::UTF16String& title, std::uint32_t options);
     ~TabPanel() override;
 
-    /// QZ_UI_THREAD The tab type under which the workspace knows the panel.
+    /// [ui-thread] The tab type under which the workspace knows the panel.
     const std::string& GetTabType() const noexcept { return tabType_; }
-    /// QZ_UI_THREAD Set by the tab creator right after creation.
+    /// [ui-thread] Set by the tab creator right after creation.
     void SetTabType(const char* tab_type);
     const kitcore::utility::UTF16String& GetTitle() const noexcept { return title_; }
     std::uint32_t GetCreationFlags() const noexcept { return creationFlags_; }
     std::uint32_t GetOptions() const noexcept { return options_; }
 
-    /// QZ_ANY_THREAD Whether the panel's frame holds a stack of tabs.
+    /// [any-thread] Whether the panel's frame holds a stack of tabs.
     bool InStackedFrame() const;
 
-    /// QZ_UI_THREAD Fills the menu behind the panel's tab; by default it stays as it is.
+    /// [ui-thread] Fills the menu behind the panel's tab; by default it stays as it is.
     virtual void PopulateFlyoutMenu(FlyoutMenu& menu);
-    /// QZ_UI_THREAD Carries out the command of the flyout item the user chose; returns
+    /// [ui-thread] Carries out the command of the flyout item the user chose; returns
     /// whether the panel handled it (by default it does not).
     virtual bool DoFlyoutMenuCommand(std::int32_t command);
 

@@ -7,7 +7,7 @@
 
 namespace kitui::skins::core::utilities {
 
-/// QZ_ANY_THREAD The theme colour number (for kitui::ui::GetColor) of the background of
+/// [any-thread] The theme colour number (for kitui::ui::GetColor) of the background of
 /// panel content.
 QZ_HOST_API std::size_t GetContentBackgroundColorID();
 
