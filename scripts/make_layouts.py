@@ -146,7 +146,8 @@ def main():
         else:
             path.write_bytes(data)
     if stale:
-        print("out of date: " + ", ".join(stale), file=sys.stderr)
+        print("out of date: " + ", ".join(stale) + " (scripts/make_layouts.py rewrites them)",
+              file=sys.stderr)
         return 1
     return 0
 

@@ -1,6 +1,8 @@
 # Runs one host script through `qzhost script` and compares its standard output with the
-# expected text (showing a diff when they differ) and its exit status with the one that
-# the script states; standard error must be empty exactly when the status is 0. Variables: QZHOST, PLUGIN, RUNTIME, SCRIPT, EXPECTED, WORK_DIR.
+# expected text through the comparison program (which names each line that disagrees), and
+# its exit status with the one that the script states; standard error must be empty
+# exactly when the status is 0. Variables: QZHOST, PLUGIN, RUNTIME, COMPARE, SCRIPT,
+# EXPECTED, WORK_DIR.
 get_filename_component(name ${SCRIPT} NAME_WE)
 
 set(expected_exit 0)
@@ -33,18 +35,14 @@ endif()
 # Paths differ between build trees: the plug-in's path reads <plugin> in the output.
 string(REPLACE "${plugin}" "<plugin>" actual "${actual}")
 
-file(READ ${EXPECTED} expected)
+set(actual_file ${WORK_DIR}/${name}.actual)
+file(WRITE ${actual_file} "${actual}")
+execute_process(COMMAND ${COMPARE} ${EXPECTED} ${actual_file}
+  OUTPUT_VARIABLE differences ERROR_VARIABLE compare_error RESULT_VARIABLE compare_status)
 set(problems "")
-if(NOT actual STREQUAL expected)
-  set(actual_file ${WORK_DIR}/${name}.actual)
-  file(WRITE ${actual_file} "${actual}")
-  find_program(DIFF diff)
-  if(DIFF)
-    execute_process(COMMAND ${DIFF} -u ${EXPECTED} ${actual_file} OUTPUT_VARIABLE difference)
-  else()
-    set(difference "expected:\n${expected}\nactual:\n${actual}")
-  endif()
-  string(APPEND problems "standard output differs from ${EXPECTED}:\n${difference}\n")
+if(NOT compare_status EQUAL 0)
+  string(APPEND problems "standard output (${actual_file}) disagrees with ${EXPECTED}:\n"
+    "${differences}${compare_error}")
 endif()
 if(NOT "${status}" STREQUAL "${expected_exit}")
   string(APPEND problems "exit status ${status}, expected ${expected_exit}\n")
@@ -58,5 +56,7 @@ if(NOT expected_exit EQUAL 0 AND diagnostics STREQUAL "")
   string(APPEND problems "exit status ${expected_exit} without a diagnostic on standard error\n")
 endif()
 if(problems)
-  message(FATAL_ERROR "${name}:\n${problems}standard error:\n${diagnostics}")
+  # Printed as they are (a fatal error's text would be rewrapped), then the verdict.
+  message(NOTICE "${name}:\n${problems}standard error:\n${diagnostics}")
+  message(FATAL_ERROR "${name} failed")
 endif()
