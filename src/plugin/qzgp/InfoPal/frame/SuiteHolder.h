@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "InfoPal/frame/HostCallGuard.h"
 #include "qzgp/QZ_Basic.h"
 
 namespace infopal {
@@ -62,10 +63,7 @@ void CallSuite(Fn fn, Args&&... args) {
     if (fn == nullptr) {
         throw QZ_Err_MISSING_SUITE;
     }
-    const QZ_Err err = fn(static_cast<Args&&>(args)...);
-    if (err != QZ_Err_NONE) {
-        throw err;
-    }
+    ThrowIfError(fn(static_cast<Args&&>(args)...));
 }
 
 } // namespace infopal

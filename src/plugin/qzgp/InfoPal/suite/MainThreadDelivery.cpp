@@ -5,6 +5,7 @@
 #include <boost/bind/bind.hpp>
 #include <boost/function.hpp>
 
+#include "InfoPal/frame/HostCallGuard.h"
 #include "InfoPal/suite/InfoPalSuite.h"
 #include "kitcore/threads/MainThreadQueue.h"
 
@@ -35,9 +36,7 @@ void DeliverTextLines(const std::string& s1, const std::string& s2, const std::s
         selector ? suite.SetTextLines3(PointerOrNull(s1), PointerOrNull(s2), PointerOrNull(s3))
                  : suite.SetTextLines5(PointerOrNull(s1), PointerOrNull(s2), PointerOrNull(s3),
                                        PointerOrNull(s4), PointerOrNull(s5));
-    if (err != QZ_Err_NONE) {
-        throw err;
-    }
+    ThrowIfError(err);
 }
 
 void DeliverTextLinesW(const UTF16String& s1, const UTF16String& s2, const UTF16String& s3,
@@ -47,9 +46,7 @@ void DeliverTextLinesW(const UTF16String& s1, const UTF16String& s2, const UTF16
         selector ? suite.SetTextLines3W(PointerOrNull(s1), PointerOrNull(s2), PointerOrNull(s3))
                  : suite.SetTextLines5W(PointerOrNull(s1), PointerOrNull(s2), PointerOrNull(s3),
                                         PointerOrNull(s4), PointerOrNull(s5));
-    if (err != QZ_Err_NONE) {
-        throw err;
-    }
+    ThrowIfError(err);
 }
 
 } // namespace
