@@ -18,6 +18,7 @@
 
 #include <unicode/numberformatter.h>
 
+#include "SplitMix64.h"
 #include "StringTestSupport.h"
 #include "kitcore/utility/NumberText.h"
 
@@ -29,22 +30,7 @@ using kitcore::utility::NumberToString;
 
 constexpr int kDigitCounts = 10; // fraction-digit counts 0..9
 
-// A small generator written out here, so that the values are the same on every library.
-class SplitMix64 {
-public:
-    explicit SplitMix64(std::uint64_t seed) : state_(seed) {}
-    std::uint64_t Next() {
-        std::uint64_t z = (state_ += 0x9E3779B97F4A7C15ULL);
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
-        return z ^ (z >> 31);
-    }
-    std::uint64_t Below(std::uint64_t bound) { return Next() % bound; }
-    double Unit() { return static_cast<double>(Next() >> 11) * 0x1.0p-53; }
-
-private:
-    std::uint64_t state_;
-};
+using qztest::SplitMix64;
 
 double Parse(const std::string& text) {
     return std::strtod(text.c_str(), nullptr);
