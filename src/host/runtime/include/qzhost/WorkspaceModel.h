@@ -15,6 +15,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kitworkspace/workspace/FlyoutMenu.h"
@@ -83,7 +84,7 @@ public:
     bool HasCreator(const std::string& tab_type) const;
 
     /// Any thread. The open panel of the type, or null.
-    kitworkspace::workspace::TabPanel* Panel(const std::string& tab_type) const;
+    kitworkspace::workspace::TabPanel* Panel(std::string_view tab_type) const;
     /// Any thread. The frame of the type's tab, or null.
     TabFrame* Frame(const std::string& tab_type) const;
 
@@ -107,7 +108,7 @@ public:
     // The answers behind WorkspaceUtils and TabPanel.
     /// Any thread. Whether the type's tab is open in a shown frame; `*front` (when not
     /// null) gets whether it is the front tab of its frame, and is left alone otherwise.
-    bool TabIsShown(const std::string& tab_type, bool* front) const;
+    bool TabIsShown(std::string_view tab_type, bool* front) const;
     /// Any thread. Whether `panel` is an open panel whose frame holds a stack of tabs.
     bool InStackedFrame(const kitworkspace::workspace::TabPanel* panel) const;
     void Toggle(const std::string& tab_type);
@@ -140,7 +141,8 @@ private:
     kitui::ui::UI_Node root_;
     std::map<std::string, std::unique_ptr<kitworkspace::workspace::TabCreator>> creators_;
     mutable std::mutex mutex_; // guards tabs_ and the answers of their frames
-    std::map<std::string, Tab> tabs_;
+    // Looked up by a type given as a view, so that a query builds no std::string.
+    std::map<std::string, Tab, std::less<>> tabs_;
     kitui::ui::RectT<float> newBounds_{0, 0, 206, 114};
 };
 

@@ -1,6 +1,7 @@
 // The monitor transform: LittleCMS from sRGB to the monitor's ICC profile.
 #include "host/MonitorTransform.h"
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -63,6 +64,7 @@ public:
         if (!path) {
             current_ = nullptr;
             path_.reset();
+            identity_.store(true, std::memory_order_release);
             return;
         }
         std::error_code ec;
@@ -79,6 +81,7 @@ public:
         }
         current_ = it->second.get();
         path_ = absolute;
+        identity_.store(false, std::memory_order_release);
     }
 
     std::optional<std::filesystem::path> Path() const {
@@ -87,6 +90,12 @@ public:
     }
 
     void Apply(const PF_PixelFloat& in, PF_PixelFloat* out) const {
+        // Without a monitor profile the colour passes unchanged, and no lock is needed to
+        // know it.
+        if (identity_.load(std::memory_order_acquire)) {
+            *out = in;
+            return;
+        }
         std::lock_guard lock(mutex_);
         if (current_ == nullptr) {
             *out = in;
@@ -143,6 +152,8 @@ private:
     }
 
     mutable std::mutex mutex_;
+    // Whether no monitor profile is set (the transform is the identity).
+    std::atomic<bool> identity_{true};
     ContextPtr context_;
     std::map<ProfileKey, TransformPtr> cache_;
     void* current_ = nullptr;

@@ -78,7 +78,7 @@ TabFrame* WorkspaceModel::Frame(const std::string& tab_type) const {
     return it == tabs_.end() ? nullptr : it->second.frame;
 }
 
-TabPanel* WorkspaceModel::Panel(const std::string& tab_type) const {
+TabPanel* WorkspaceModel::Panel(std::string_view tab_type) const {
     std::lock_guard lock(mutex_);
     auto it = tabs_.find(tab_type);
     return it == tabs_.end() ? nullptr : it->second.panel;
@@ -212,7 +212,7 @@ TabState WorkspaceModel::State(const std::string& tab_type) const {
     return {it->second.panel != nullptr, frame.shownAnswer, frame.front, frame.stacked};
 }
 
-bool WorkspaceModel::TabIsShown(const std::string& tab_type, bool* front) const {
+bool WorkspaceModel::TabIsShown(std::string_view tab_type, bool* front) const {
     std::lock_guard lock(mutex_);
     auto it = tabs_.find(tab_type);
     if (it == tabs_.end() || !it->second.frame->shownAnswer) {
