@@ -13,8 +13,6 @@ namespace qzhost::pixelview {
 
 namespace {
 
-/// The number of controls of the Info panel's layout.
-constexpr std::size_t kControlCount = 23;
 /// The theme colour of alert text.
 constexpr std::size_t kAlertColorID = 10076;
 
@@ -166,8 +164,10 @@ void PanelReader::Read(PanelState& state) {
         panel->UI_GetChildCount() > 0
             ? dynamic_cast<const kitui::controls::UI_ControlsContainer*>(panel->UI_GetChild(0))
             : nullptr;
-    state.controls.resize(kControlCount);
-    for (std::size_t id = 0; id < kControlCount; ++id) {
+    // Every control that the panel made, by layout number.
+    const std::size_t count = container != nullptr ? container->UI_GetChildCount() : 0;
+    state.controls.resize(count);
+    for (std::size_t id = 0; id < count; ++id) {
         ControlState& control = state.controls[id];
         control.exists = false;
         control.isText = false;
