@@ -296,9 +296,9 @@ void AppendPanelText(const PanelState& state, bool colour, TextBuffer& out) {
                 layout.row.push_back({layout.column[item.group], &item});
             }
         }
-        std::stable_sort(
-            layout.row.begin(), layout.row.end(),
-            [](const Layout::Piece& a, const Layout::Piece& b) { return a.column < b.column; });
+        SortShort(layout.row, [](const Layout::Piece& a, const Layout::Piece& b) {
+            return a.column < b.column;
+        });
         const std::size_t line = out.Size();
         std::size_t used = 0; // columns taken so far
         for (const Layout::Piece& piece : layout.row) {
