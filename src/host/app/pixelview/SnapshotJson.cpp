@@ -33,7 +33,9 @@ char* Put(char* at, const char (&literal)[N]) {
 }
 
 char* Put(char* at, std::string_view text) {
-    std::memcpy(at, text.data(), text.size());
+    if (!text.empty()) { // an empty view may point nowhere
+        std::memcpy(at, text.data(), text.size());
+    }
     return at + text.size();
 }
 

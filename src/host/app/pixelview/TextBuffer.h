@@ -26,6 +26,9 @@ public:
     void Commit(const char* end) noexcept { size_ = static_cast<std::size_t>(end - data_.get()); }
 
     void Append(std::string_view text) {
+        if (text.empty()) {
+            return; // an empty view may point nowhere
+        }
         char* at = Room(text.size());
         std::memcpy(at, text.data(), text.size());
         size_ += text.size();
@@ -35,6 +38,9 @@ public:
         ++size_;
     }
     void Fill(std::size_t count, char c) {
+        if (count == 0) {
+            return;
+        }
         std::memset(Room(count), c, count);
         size_ += count;
     }
