@@ -97,6 +97,13 @@ std::string ReadFile(const fs::path& path) {
 
 } // namespace
 
+std::string LeakCheckOptions() {
+    // Under the leak checker, the suppressions that it used would be listed on standard
+    // error after the program's own lines; the tests count those lines.
+    const char* given = std::getenv("LSAN_OPTIONS");
+    return std::string(given != nullptr ? given : "") + ":print_suppressions=0";
+}
+
 std::string Quoted(const std::string& text) {
     std::string quoted = "'";
     for (const char c : text) {
@@ -119,7 +126,8 @@ ProgramRun Qzhost(const std::string& arguments, const std::string& input,
     const fs::path err = io.Path() / "err";
     const fs::path config = config_home.empty() ? io.Path() / "config" : fs::path(config_home);
     std::ofstream(in, std::ios::binary) << input;
-    const std::string command = "XDG_CONFIG_HOME=" + Quoted(config.string()) + " " +
+    const std::string command = "XDG_CONFIG_HOME=" + Quoted(config.string()) +
+                                " LSAN_OPTIONS=" + Quoted(LeakCheckOptions()) + " " +
                                 Quoted(QZ_QZHOST_PROGRAM) + " " + arguments + " <" +
                                 Quoted(in.string()) + " >" + Quoted(out.string()) + " 2>" +
                                 Quoted(err.string());
@@ -164,12 +172,14 @@ QzhostChild::QzhostChild(const std::vector<std::string>& arguments) {
     }
     argv.push_back(nullptr);
     const std::string config = config_.Path().string();
+    const std::string leak_options = LeakCheckOptions();
     pid_ = ::fork();
     if (pid_ == 0) {
         ::dup2(in[0], STDIN_FILENO);
         ::dup2(out[1], STDOUT_FILENO);
         ::dup2(err[1], STDERR_FILENO);
         ::setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+        ::setenv("LSAN_OPTIONS", leak_options.c_str(), 1);
         ::unsetenv("NO_COLOR");
         ::execv(argv[0], argv.data());
         ::_exit(127);

@@ -88,6 +88,10 @@ private:
     bool outEnded_ = false;
 };
 
+/// The leak checker's options for a run of the program: the tests' own, with the list of
+/// the suppressions used left off standard error.
+std::string LeakCheckOptions();
+
 /// `text` quoted for the shell.
 std::string Quoted(const std::string& text);
 
