@@ -361,8 +361,9 @@ CLI::App* AddPixelViewCommand(CLI::App& app, int& exit_status) {
         "inspect",
         "Show the Info panel for pixels of an image, as the panel shows them while the pointer "
         "rests there in the host's viewer. Exit status 2: a missing or unreadable image, an "
-        "unknown format, a point outside the image or a malformed option; 3: a failure of the "
-        "host or the plug-in.");
+        "unknown format, a point outside the image, a malformed option or line of standard input "
+        "(the panels of the lines before it stay printed); 3: a failure of the host or the "
+        "plug-in.");
     auto options = std::make_shared<PixelViewOptions>();
     command->add_option("IMAGE", options->image,
                         "The image (anything OpenImageIO reads: EXR, TIFF, PNG, JPEG, DPX...); "
