@@ -114,7 +114,7 @@ TEST(PixelViewSnapshotJson, StringsAreEscapedAsTheJsonLibraryEscapesThem) {
     }
     std::mt19937 random(3);
     for (int i = 0; i < 20000; ++i) {
-        std::string text(random() % 12, '\0');
+        std::string text(random() % 40, '\0');
         for (char& c : text) {
             // Mostly text, some control characters, some bytes of UTF-8 sequences.
             const unsigned pick = random() % 10;
