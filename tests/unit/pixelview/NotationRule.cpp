@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 
 namespace pixelviewtest {
@@ -53,15 +54,33 @@ std::string NumberText(double value, int min_digits, int max_digits, char separa
     return (negative ? "-" : "") + whole + (fraction.empty() ? "" : separator + fraction);
 }
 
-std::int64_t RoundHalfUp(double value) {
-    return static_cast<std::int64_t>(std::floor(value + 0.5));
+std::int32_t RoundHalfEven(double value) {
+    if (std::isnan(value)) {
+        return 0;
+    }
+    if (value >= 2147483647.0) {
+        return INT32_MAX;
+    }
+    if (value <= -2147483648.0) {
+        return INT32_MIN;
+    }
+    // Within the range a double holds its floor and the distance to it exactly.
+    const double below = std::floor(value);
+    const double above_by = value - below;
+    double nearest = below;
+    if (above_by > 0.5) {
+        nearest = below + 1;
+    } else if (above_by == 0.5) {
+        nearest = std::fmod(below, 2.0) == 0 ? below : below + 1;
+    }
+    return static_cast<std::int32_t>(nearest);
 }
 
 namespace {
 
 std::string Scaled(float v, float scale) {
     const float product = v * scale;
-    return NumberText(static_cast<double>(RoundHalfUp(product)), 0, 1);
+    return NumberText(static_cast<double>(RoundHalfEven(product)), 0, 1);
 }
 
 std::string Channel(float v, Mode mode, int depth, char separator) {
@@ -74,8 +93,7 @@ std::string Channel(float v, Mode mode, int depth, char separator) {
     }
     case kWeb: {
         char hex[17];
-        std::snprintf(hex, sizeof hex, "%X",
-                      static_cast<unsigned>(static_cast<std::int32_t>(RoundHalfUp(v * 255.0f))));
+        std::snprintf(hex, sizeof hex, "%X", static_cast<std::uint32_t>(RoundHalfEven(v * 255.0f)));
         return hex;
     }
     case kBpc8:

@@ -31,8 +31,9 @@ enum Mode : std::uint16_t {
 /// decimal separator.
 std::string NumberText(double value, int min_digits, int max_digits, char separator = '.');
 
-/// Nearest whole number, halves upward.
-std::int64_t RoundHalfUp(double value);
+/// Nearest whole number, a half to the even neighbour; saturated to the 32-bit range,
+/// NaN gives 0.
+std::int32_t RoundHalfEven(double value);
 
 /// The four value fields (red, green, blue, alpha; hue, saturation, brightness, alpha in
 /// HSB) for `pixel` in `mode`, with a project of `depth` for the automatic notation.

@@ -2,6 +2,8 @@
 // before they are used to judge the panel.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "NotationRule.h"
 
 namespace pixelviewtest {
@@ -23,10 +25,35 @@ TEST(NotationRule, NumberTextRoundsTiesOfTheShortestFormToEven) {
     EXPECT_EQ(NumberText(-0.02, 4, 4), "-0.0200");
 }
 
-TEST(NotationRule, RoundHalfUpTakesHalvesUpward) {
-    EXPECT_EQ(RoundHalfUp(127.5), 128);
-    EXPECT_EQ(RoundHalfUp(-0.5), 0);
-    EXPECT_EQ(RoundHalfUp(-5.1), -5);
+TEST(NotationRule, RoundHalfEvenTakesAHalfToTheEvenNeighbour) {
+    EXPECT_EQ(RoundHalfEven(127.5), 128);
+    EXPECT_EQ(RoundHalfEven(382.5), 382);
+    EXPECT_EQ(RoundHalfEven(2.5), 2);
+    EXPECT_EQ(RoundHalfEven(0.5), 0);
+    EXPECT_EQ(RoundHalfEven(1.5), 2);
+    EXPECT_EQ(RoundHalfEven(-127.5), -128);
+    EXPECT_EQ(RoundHalfEven(-0.5), 0);
+    EXPECT_EQ(RoundHalfEven(-1.5), -2);
+    EXPECT_EQ(RoundHalfEven(-2.5), -2);
+}
+
+TEST(NotationRule, RoundHalfEvenTakesTheNearestWholeNumberOtherwise) {
+    EXPECT_EQ(RoundHalfEven(127.49), 127);
+    EXPECT_EQ(RoundHalfEven(127.51), 128);
+    EXPECT_EQ(RoundHalfEven(-5.1), -5);
+    EXPECT_EQ(RoundHalfEven(-5.9), -6);
+    EXPECT_EQ(RoundHalfEven(0.49999999999999994), 0);
+}
+
+TEST(NotationRule, RoundHalfEvenSaturatesToThe32BitRangeAndTakesNaNToZero) {
+    EXPECT_EQ(RoundHalfEven(2147483646.5), 2147483646);
+    EXPECT_EQ(RoundHalfEven(2147483647.4), 2147483647);
+    EXPECT_EQ(RoundHalfEven(5e9), 2147483647);
+    EXPECT_EQ(RoundHalfEven(std::numeric_limits<double>::infinity()), 2147483647);
+    EXPECT_EQ(RoundHalfEven(-2147483647.5), -2147483648);
+    EXPECT_EQ(RoundHalfEven(-5e9), -2147483648);
+    EXPECT_EQ(RoundHalfEven(-std::numeric_limits<double>::infinity()), -2147483648);
+    EXPECT_EQ(RoundHalfEven(std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
 TEST(NotationRule, WholeNumberScalesRoundTheScaledChannel) {
@@ -36,12 +63,22 @@ TEST(NotationRule, WholeNumberScalesRoundTheScaledChannel) {
     EXPECT_EQ(ExpectedValues({1, 1, 0.5f, 0}, kBpc10, 0)[1], "512");
 }
 
+TEST(NotationRule, WholeNumberScalesTakeAHalfToTheEvenNeighbour) {
+    // 1.5 × 255 is 382.5, -0.5 × 255 is -127.5, 1.5 × 1023 is 1534.5.
+    EXPECT_EQ(ExpectedValues({1, 1.5f, -0.5f, 0}, kBpc8, 0),
+              (std::array<std::string, 4>{"382", "-128", "0", "255"}));
+    EXPECT_EQ(ExpectedValues({1, 1.5f, -0.5f, 0}, kBpc10, 0)[0], "1534");
+}
+
 TEST(NotationRule, WebIsUnpaddedUpperCaseHexadecimal) {
-    // 1.5 × 255 is 382.5, whose half rounds up to 383 (17F); 1.498 × 255 rounds to 382.
+    // 1.5 × 255 is 382.5, whose half goes to the even 382 (17E), as does 1.498 × 255.
     EXPECT_EQ(ExpectedValues({1, 0.02f, 1.5f, -0.003f}, kWeb, 0),
-              (std::array<std::string, 4>{"5", "17F", "FFFFFFFF", "FF"}));
+              (std::array<std::string, 4>{"5", "17E", "FFFFFFFF", "FF"}));
     EXPECT_EQ(ExpectedValues({1, 1.498f, 0, 10 / 255.0f}, kWeb, 0)[0], "17E");
     EXPECT_EQ(ExpectedValues({1, 1.498f, 0, 10 / 255.0f}, kWeb, 0)[2], "A");
+    // 383.5 goes up to the even 384 (180); far beyond the range, the largest 32-bit value.
+    EXPECT_EQ(ExpectedValues({1, 383.5f / 255.0f, 1e8f, 0}, kWeb, 0)[0], "180");
+    EXPECT_EQ(ExpectedValues({1, 383.5f / 255.0f, 1e8f, 0}, kWeb, 0)[1], "7FFFFFFF");
 }
 
 TEST(NotationRule, PercentHasOneDecimal) {

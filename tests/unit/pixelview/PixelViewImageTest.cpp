@@ -4,6 +4,8 @@
 
 #include <fstream>
 
+#include <OpenImageIO/imageio.h>
+
 #include "PixelViewTestSupport.h"
 #include "pixelview/PixelViewError.h"
 #include "pixelview/PixelViewImage.h"
@@ -114,6 +116,37 @@ TEST(PixelViewImage, ContainsOnlyThePixelsOfTheImage) {
     EXPECT_FALSE(chart.Contains(240, 0));
     EXPECT_FALSE(chart.Contains(0, 160));
     EXPECT_FALSE(chart.Contains(-1, 5));
+}
+
+TEST(PixelViewImage, AnImageThatNamesFewerChannelsThanItHasIsRead) {
+    TempFolder folder;
+    const std::string path = folder.File("three.fits");
+    std::vector<double> values;
+    for (int i = 0; i < 4 * 4 * 3; ++i) {
+        values.push_back((i * 37) % 256);
+    }
+    WriteImage(path, 4, 4, 3, "uint8", values);
+    // As OpenImageIO reads it: the FITS reader names one channel of three.
+    auto in = OIIO::ImageInput::open(path);
+    ASSERT_TRUE(in) << OIIO::geterror();
+    const OIIO::ImageSpec header = in->spec();
+    ASSERT_EQ(header.nchannels, 3);
+    ASSERT_LT(header.channelnames.size(), 3u);
+    std::vector<float> stored(static_cast<std::size_t>(header.image_pixels()) * 3);
+    ASSERT_TRUE(in->read_image(0, 0, 0, 3, OIIO::TypeDesc::FLOAT, stored.data()));
+
+    const PixelViewImage image(path);
+    EXPECT_EQ(image.Width(), header.width);
+    EXPECT_EQ(image.Height(), header.height);
+    EXPECT_FALSE(image.HasAlpha());
+    // The channels in their order are red, green and blue.
+    for (int y = 0; y < header.height; ++y) {
+        for (int x = 0; x < header.width; ++x) {
+            const std::size_t at = static_cast<std::size_t>((y * header.width + x) * 3);
+            ExpectPixel(image.PixelAt(header.x + x, header.y + y),
+                        {1.0f, stored[at], stored[at + 1], stored[at + 2]});
+        }
+    }
 }
 
 TEST(PixelViewImage, AMissingFileIsRefused) {

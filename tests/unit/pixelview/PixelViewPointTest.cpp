@@ -45,6 +45,35 @@ TEST(PixelViewPoint, ReadsOnePointPerLineSkippingBlankAndCommentLines) {
     EXPECT_EQ(points[2].x, 5);
 }
 
+TEST(PixelViewPoint, TheReaderTakesNoMoreOfTheStreamThanTheLinesOfThePointsItGave) {
+    std::istringstream in("1,2\n# note\n\n3,4\nnot a point\n");
+    PointReader reader(in);
+    Point point;
+    ASSERT_TRUE(reader.Next(point));
+    EXPECT_EQ(point.y, 2);
+    EXPECT_EQ(in.tellg(), 4); // the first line, nothing of the next
+    ASSERT_TRUE(reader.Next(point));
+    EXPECT_EQ(point.x, 3);
+    EXPECT_EQ(in.tellg(), 16); // the comment and the empty line, and the point's line
+    try {
+        reader.Next(point);
+        FAIL() << "no refusal";
+    } catch (const BadRequest& error) {
+        EXPECT_NE(std::string(error.what()).find("standard input line 5"), std::string::npos)
+            << error.what();
+    }
+}
+
+TEST(PixelViewPoint, TheReaderSaysWhenTheStreamEnds) {
+    std::istringstream in("5,6");
+    PointReader reader(in);
+    Point point;
+    ASSERT_TRUE(reader.Next(point));
+    EXPECT_EQ(point.x, 5);
+    EXPECT_FALSE(reader.Next(point));
+    EXPECT_FALSE(reader.Next(point));
+}
+
 TEST(PixelViewPoint, AMalformedLineIsRefusedWithItsNumber) {
     std::istringstream in("1,2\n\nthree\n");
     try {

@@ -207,6 +207,33 @@ TEST(PixelViewProgram, FloatImagesShowFourDecimalsInAutoWithOverRangeAndNegative
     ExpectPanels(path, cases, "web", kWeb, 2);
 }
 
+TEST(PixelViewProgram, ExactHalvesGoToTheEvenNeighbourInTheWholeNumberNotations) {
+    TempFolder folder;
+    const std::string path = folder.File("halves.exr");
+    // Products that are exact halves: 1.5 × 255 = 382.5, -0.5 × 255 = -127.5,
+    // (383.5 / 255) × 255 = 383.5, 1.5 × 1023 = 1534.5, (2.5 / 32768) × 32768 = 2.5.
+    const float up = 383.5f / 255.0f;
+    const float tiny = 2.5f / 32768.0f;
+    WriteImage(path, 2, 1, 3, "float", {1.5, -0.5, up, tiny, 0.5, 1.5});
+    const std::vector<Case> cases = {{0, 0, {1, 1.5f, -0.5f, up}}, {1, 0, {1, tiny, 0.5f, 1.5f}}};
+    ExpectPanels(path, cases, "8bpc", kBpc8, 2);
+    ExpectPanels(path, cases, "10bpc", kBpc10, 2);
+    ExpectPanels(path, cases, "16bpc", kBpc16, 2);
+    ExpectPanels(path, cases, "web", kWeb, 2);
+    // The rule's answers, written out: 382 (not 383), -128, 384; 1534 (not 1535); 2.
+    TempFolder prefs;
+    const ProgramRun run =
+        Qzhost("inspect " + Quoted(path) + " --at 0,0 --at 1,0 --mode 8bpc --json --prefs " +
+               Quoted(prefs.File("p.txt")));
+    ASSERT_EQ(run.status, 0) << run.err;
+    const auto panels = JsonLines(run.out);
+    ASSERT_EQ(panels.size(), 2u);
+    EXPECT_EQ(ControlText(panels[0], 7), "382");
+    EXPECT_EQ(ControlText(panels[0], 8), "-128");
+    EXPECT_EQ(ControlText(panels[0], 9), "384");
+    EXPECT_EQ(ControlText(panels[1], 9), "382");
+}
+
 TEST(PixelViewProgram, TenBitDpxShowsTheSixteenBitScaleInAuto) {
     TempFolder folder;
     const std::string path = folder.File("ten.dpx");
@@ -516,8 +543,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Refusal{"--at 240,0", "outside the image", ""},
                       Refusal{"--at 5,5 --at 0,160", "outside the image", ""},
                       Refusal{"--at=-0.5,3", "outside the image", ""},
-                      Refusal{"--at -", "outside the image", "1,1\n300,2\n"},
-                      Refusal{"--at -", "line 2", "1,1\nnot a point\n"},
+                      Refusal{"--at -", "outside the image", "300,2\n1,1\n"},
+                      Refusal{"--at -", "line 2", "\nnot a point\n1,1\n"},
                       Refusal{"--at -", "no point", "\n# nothing\n"}, Refusal{"--at 1", "X,Y", ""},
                       Refusal{"--at 1,2,3", "X,Y", ""},
                       Refusal{"--at 1,2 --origin here", "--origin", ""},

@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -92,6 +97,13 @@ std::string ReadFile(const fs::path& path) {
 
 } // namespace
 
+std::string LeakCheckOptions() {
+    // Under the leak checker, the suppressions that it used would be listed on standard
+    // error after the program's own lines; the tests count those lines.
+    const char* given = std::getenv("LSAN_OPTIONS");
+    return std::string(given != nullptr ? given : "") + ":print_suppressions=0";
+}
+
 std::string Quoted(const std::string& text) {
     std::string quoted = "'";
     for (const char c : text) {
@@ -114,7 +126,8 @@ ProgramRun Qzhost(const std::string& arguments, const std::string& input,
     const fs::path err = io.Path() / "err";
     const fs::path config = config_home.empty() ? io.Path() / "config" : fs::path(config_home);
     std::ofstream(in, std::ios::binary) << input;
-    const std::string command = "XDG_CONFIG_HOME=" + Quoted(config.string()) + " " +
+    const std::string command = "XDG_CONFIG_HOME=" + Quoted(config.string()) +
+                                " LSAN_OPTIONS=" + Quoted(LeakCheckOptions()) + " " +
                                 Quoted(QZ_QZHOST_PROGRAM) + " " + arguments + " <" +
                                 Quoted(in.string()) + " >" + Quoted(out.string()) + " 2>" +
                                 Quoted(err.string());
@@ -129,6 +142,231 @@ ProgramRun Qzhost(const std::string& arguments, const std::string& input,
     ADD_FAILURE() << "this build has no qzhost program";
 #endif
     return run;
+}
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double SecondsLeft(Clock::time_point end) {
+    return std::chrono::duration<double>(end - Clock::now()).count();
+}
+
+} // namespace
+
+QzhostChild::QzhostChild(const std::vector<std::string>& arguments) {
+#ifdef QZ_QZHOST_PROGRAM
+    int in[2];
+    int out[2];
+    int err[2];
+    if (::pipe2(in, O_CLOEXEC) != 0 || ::pipe2(out, O_CLOEXEC) != 0 ||
+        ::pipe2(err, O_CLOEXEC) != 0) {
+        ADD_FAILURE() << "cannot make pipes: " << std::strerror(errno);
+        return;
+    }
+    std::vector<std::string> argv_text = {QZ_QZHOST_PROGRAM};
+    argv_text.insert(argv_text.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (std::string& argument : argv_text) {
+        argv.push_back(argument.data());
+    }
+    argv.push_back(nullptr);
+    const std::string config = config_.Path().string();
+    const std::string leak_options = LeakCheckOptions();
+    pid_ = ::fork();
+    if (pid_ == 0) {
+        ::dup2(in[0], STDIN_FILENO);
+        ::dup2(out[1], STDOUT_FILENO);
+        ::dup2(err[1], STDERR_FILENO);
+        ::setenv("XDG_CONFIG_HOME", config.c_str(), 1);
+        ::setenv("LSAN_OPTIONS", leak_options.c_str(), 1);
+        ::unsetenv("NO_COLOR");
+        ::execv(argv[0], argv.data());
+        ::_exit(127);
+    }
+    ::close(in[0]);
+    ::close(out[1]);
+    ::close(err[1]);
+    in_ = in[1];
+    out_ = out[0];
+    err_ = err[0];
+    if (pid_ < 0) {
+        ADD_FAILURE() << "cannot start qzhost: " << std::strerror(errno);
+    }
+    // A write to a program that has ended fails rather than ending the test.
+    ::signal(SIGPIPE, SIG_IGN);
+#else
+    (void)arguments;
+    ADD_FAILURE() << "this build has no qzhost program";
+#endif
+}
+
+QzhostChild::~QzhostChild() {
+    if (pid_ > 0) {
+        ::kill(pid_, SIGKILL);
+        ::waitpid(pid_, nullptr, 0);
+    }
+    for (const int fd : {in_, out_, err_}) {
+        if (fd >= 0) {
+            ::close(fd);
+        }
+    }
+}
+
+void QzhostChild::Write(const std::string& text) {
+    std::size_t done = 0;
+    while (in_ >= 0 && done < text.size()) {
+        const ssize_t written = ::write(in_, text.data() + done, text.size() - done);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            ADD_FAILURE() << "cannot write to qzhost: " << std::strerror(errno);
+            return;
+        }
+        done += static_cast<std::size_t>(written);
+    }
+}
+
+void QzhostChild::CloseInput() {
+    if (in_ >= 0) {
+        ::close(in_);
+        in_ = -1;
+    }
+}
+
+bool QzhostChild::Fill(double seconds) {
+    if (outEnded_ || out_ < 0) {
+        return false;
+    }
+    pollfd wanted = {out_, POLLIN, 0};
+    const int timeout = static_cast<int>(std::max(0.0, seconds) * 1000);
+    if (::poll(&wanted, 1, timeout) <= 0) {
+        return false;
+    }
+    char buffer[65536];
+    const ssize_t got = ::read(out_, buffer, sizeof buffer);
+    if (got <= 0) {
+        outEnded_ = true;
+        return false;
+    }
+    pending_.append(buffer, static_cast<std::size_t>(got));
+    return true;
+}
+
+std::string QzhostChild::ReadLines(std::size_t count, double seconds) {
+    const Clock::time_point end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                                     std::chrono::duration<double>(seconds));
+    for (;;) {
+        std::size_t at = 0;
+        std::size_t lines = 0;
+        while (lines < count) {
+            const std::size_t newline = pending_.find('\n', at);
+            if (newline == std::string::npos) {
+                break;
+            }
+            ++lines;
+            at = newline + 1;
+        }
+        if (lines == count) {
+            std::string taken = pending_.substr(0, at);
+            pending_.erase(0, at);
+            return taken;
+        }
+        if (!Fill(SecondsLeft(end))) {
+            return {};
+        }
+    }
+}
+
+std::string QzhostChild::ReadPanel(double seconds) {
+    const Clock::time_point end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                                     std::chrono::duration<double>(seconds));
+    for (;;) {
+        const std::size_t blank = pending_.rfind('\n', 0) == 0 ? 0 : pending_.find("\n\n");
+        if (blank != std::string::npos) {
+            const std::size_t taken_end = blank == 0 ? 1 : blank + 2;
+            std::string taken = pending_.substr(0, taken_end);
+            pending_.erase(0, taken_end);
+            return taken;
+        }
+        if (!Fill(SecondsLeft(end))) {
+            return {};
+        }
+    }
+}
+
+void QzhostChild::Drain(int fd, std::string& into) {
+    char buffer[65536];
+    for (;;) {
+        const ssize_t got = ::read(fd, buffer, sizeof buffer);
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got <= 0) {
+            return;
+        }
+        into.append(buffer, static_cast<std::size_t>(got));
+    }
+}
+
+int QzhostChild::Wait(double seconds) {
+    if (pid_ <= 0) {
+        return -1;
+    }
+    const Clock::time_point end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                                     std::chrono::duration<double>(seconds));
+    for (;;) {
+        int status = 0;
+        const pid_t done = ::waitpid(pid_, &status, WNOHANG);
+        if (done == pid_) {
+            pid_ = -1;
+            if (!outEnded_ && out_ >= 0) {
+                Drain(out_, pending_);
+                outEnded_ = true;
+            }
+            if (err_ >= 0) {
+                Drain(err_, errors_);
+            }
+            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        }
+        if (SecondsLeft(end) <= 0) {
+            return -1;
+        }
+        // Output that the program writes while it ends must not fill a pipe and stop it.
+        if (!outEnded_ && out_ >= 0) {
+            pollfd ready[2] = {{out_, POLLIN, 0}, {err_, POLLIN, 0}};
+            if (::poll(ready, 2, 10) > 0) {
+                char buffer[65536];
+                if ((ready[0].revents & (POLLIN | POLLHUP)) != 0) {
+                    const ssize_t got = ::read(out_, buffer, sizeof buffer);
+                    if (got > 0) {
+                        pending_.append(buffer, static_cast<std::size_t>(got));
+                    } else {
+                        outEnded_ = true;
+                    }
+                }
+                if ((ready[1].revents & (POLLIN | POLLHUP)) != 0) {
+                    const ssize_t got = ::read(err_, buffer, sizeof buffer);
+                    if (got > 0) {
+                        errors_.append(buffer, static_cast<std::size_t>(got));
+                    }
+                }
+            }
+        } else {
+            ::usleep(10000);
+        }
+    }
+}
+
+std::string QzhostChild::RestOfOutput() {
+    std::string rest;
+    rest.swap(pending_);
+    return rest;
+}
+
+std::string QzhostChild::Errors() {
+    return errors_;
 }
 
 std::vector<std::string> Lines(const std::string& text) {

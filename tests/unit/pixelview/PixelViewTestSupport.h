@@ -43,6 +43,55 @@ struct ProgramRun {
 ProgramRun Qzhost(const std::string& arguments, const std::string& input = "",
                   const std::string& config_home = "");
 
+/// The qzhost program running with pipes on its standard input, output and error, for
+/// tests that talk to it a line at a time. The user's configuration folder is a new
+/// empty one. The program is killed if it still runs when the object goes.
+class QzhostChild {
+public:
+    explicit QzhostChild(const std::vector<std::string>& arguments);
+    ~QzhostChild();
+    QzhostChild(const QzhostChild&) = delete;
+    QzhostChild& operator=(const QzhostChild&) = delete;
+
+    /// Writes `text` to the program's standard input.
+    void Write(const std::string& text);
+    /// Closes the program's standard input.
+    void CloseInput();
+    /// Reads standard output until it holds `count` lines more than were taken before, or
+    /// until `seconds` pass, or the output ends; returns those lines (each with its
+    /// '\n') and keeps what follows for later.
+    std::string ReadLines(std::size_t count, double seconds);
+    /// Reads standard output until it holds an empty line (the end of a text panel), as
+    /// ReadLines; returns the text up to and including the empty line.
+    std::string ReadPanel(double seconds);
+    /// Waits up to `seconds` for the program to end; its exit status, or -1 when it did
+    /// not end in time (or ended by a signal).
+    int Wait(double seconds);
+    /// Everything that the program wrote to standard output, not taken yet, and to
+    /// standard error, once it has ended.
+    std::string RestOfOutput();
+    std::string Errors();
+
+private:
+    /// Reads what is there on standard output into `pending_`, waiting up to `seconds`
+    /// for something to come; false when nothing came.
+    bool Fill(double seconds);
+    void Drain(int fd, std::string& into);
+
+    TempFolder config_;
+    int pid_ = -1;
+    int in_ = -1;
+    int out_ = -1;
+    int err_ = -1;
+    std::string pending_;
+    std::string errors_;
+    bool outEnded_ = false;
+};
+
+/// The leak checker's options for a run of the program: the tests' own, with the list of
+/// the suppressions used left off standard error.
+std::string LeakCheckOptions();
+
 /// `text` quoted for the shell.
 std::string Quoted(const std::string& text);
 

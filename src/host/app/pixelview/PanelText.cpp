@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
-#include <map>
+#include <string_view>
 #include <vector>
 
 namespace qzhost::pixelview {
 
 namespace {
-
-using script::Json;
 
 /// Panel pixels per text column: about the advance of the panel's small font.
 constexpr double kPixelsPerColumn = 5.5;
@@ -21,17 +20,23 @@ constexpr double kColumnJoin = 3.0;
 
 enum class Kind { Text, Swatch, Image, HorizontalRule, VerticalRule };
 
+/// The rows of a panel, as bits of a mask: a panel has fewer rows than controls, and far
+/// fewer than 64.
+using RowSet = std::uint64_t;
+constexpr std::size_t kMaxRows = 64;
+
 struct Item {
     Kind kind = Kind::Text;
     double x = 0;
     double y = 0;
     double width = 0;
     double height = 0;
-    std::string text;   // what is printed
-    std::string before; // terminal escape before the text
-    std::string after;  // and after it
-    std::vector<std::size_t> rows;
+    std::string_view text;   // what is printed
+    std::string_view before; // terminal escape before the text
+    std::string_view after;  // and after it
+    RowSet rows = 0;
     std::size_t group = 0;
+    std::size_t columns = 0; // the text's width in columns
 };
 
 struct Row {
@@ -39,15 +44,18 @@ struct Row {
     double bottom = 0;
 };
 
-std::size_t Columns(const std::string& text) {
+constexpr std::string_view kReset = "\x1b[0m";
+constexpr std::string_view kRed = "\x1b[31m";
+
+std::size_t Columns(std::string_view text) {
     // One column per character: UTF-8 continuation bytes take none.
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
     }));
 }
 
-int Channel255(const Json& value) {
-    double v = value.is_number() ? value.get<double>() : 0.0;
+int Channel255(const DescribedValue& value) {
+    double v = value.AsNumber();
     if (!(v > 0)) {
         v = 0;
     }
@@ -55,54 +63,79 @@ int Channel255(const Json& value) {
     return static_cast<int>(std::floor(v * 255.0 + 0.5));
 }
 
+/// Sorts a short sequence by `less`, keeping equal elements in their order, without
+/// the storage that std::stable_sort asks for: a panel has a couple of dozen controls.
+template <typename T, typename Less>
+void SortShort(std::vector<T>& values, Less less) {
+    for (std::size_t i = 1; i < values.size(); ++i) {
+        T value = values[i];
+        std::size_t j = i;
+        for (; j > 0 && less(value, values[j - 1]); --j) {
+            values[j] = values[j - 1];
+        }
+        values[j] = value;
+    }
+}
+
 bool Overlaps(double top, double bottom, const Row& row) {
     return top < row.bottom && row.top < bottom;
 }
 
-std::vector<Item> Items(const Json& snapshot, bool colour) {
-    std::vector<Item> items;
-    const auto controls = snapshot.find("controls");
-    if (controls == snapshot.end() || !controls->is_array()) {
-        return items;
+/// The swatch's texts, which the items point into.
+struct SwatchTexts {
+    char hex[8] = {};
+    char escape[64] = {};
+};
+
+void WriteSwatchHex(const PanelState& state, char (&hex)[8]) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    hex[0] = '#';
+    for (std::size_t c = 0; c < 3; ++c) {
+        const int value = Channel255(state.swatch[c]);
+        hex[1 + 2 * c] = kDigits[value >> 4];
+        hex[2 + 2 * c] = kDigits[value & 0xF];
     }
-    for (const Json& control : *controls) {
-        const auto rect = control.find("rect");
-        if (!control.value("visible", false) || rect == control.end() || !rect->is_array() ||
-            rect->size() != 4) {
+    hex[7] = '\0';
+}
+
+void MakeItems(const PanelState& state, bool colour, SwatchTexts& swatch,
+               std::vector<Item>& items) {
+    items.clear();
+    for (const ControlState& control : state.controls) {
+        if (!control.exists || !control.visible) {
             continue;
         }
         Item item;
-        item.x = (*rect)[0].get<double>();
-        item.y = (*rect)[1].get<double>();
-        item.width = (*rect)[2].get<double>();
-        item.height = (*rect)[3].get<double>();
-        const std::string cls = control.value("class", std::string());
+        item.x = control.rect[0];
+        item.y = control.rect[1];
+        item.width = control.rect[2];
+        item.height = control.rect[3];
+        const std::string_view cls = control.className;
         if (cls == "UI_StaticText") {
-            item.text = control.value("text", std::string());
+            item.text = control.isText ? std::string_view(control.text) : std::string_view();
             if (item.text.empty()) {
                 continue;
             }
-            if (colour && control.value("color", Json("default")) == "alert") {
-                item.before = "\x1b[31m";
-                item.after = "\x1b[0m";
+            if (colour && control.colour == TextColour::Alert) {
+                item.before = kRed;
+                item.after = kReset;
             }
         } else if (cls == "UI_SwatchRect") {
             item.kind = Kind::Swatch;
-            item.text = SwatchHex(snapshot);
-            if (item.text.empty()) {
+            if (!state.HasSwatch()) {
                 continue;
             }
+            WriteSwatchHex(state, swatch.hex);
+            item.text = swatch.hex;
             if (colour) {
-                const Json& swatch = snapshot["swatch"];
-                const int r = Channel255(swatch[0]);
-                const int g = Channel255(swatch[1]);
-                const int b = Channel255(swatch[2]);
+                const int r = Channel255(state.swatch[0]);
+                const int g = Channel255(state.swatch[1]);
+                const int b = Channel255(state.swatch[2]);
                 const bool light = 0.299 * r + 0.587 * g + 0.114 * b > 127.5;
-                char escape[64];
-                std::snprintf(escape, sizeof escape, "\x1b[48;2;%d;%d;%dm\x1b[%dm", r, g, b,
-                              light ? 30 : 97);
-                item.before = escape;
-                item.after = "\x1b[0m";
+                std::snprintf(swatch.escape, sizeof swatch.escape, "\x1b[48;2;%d;%d;%dm\x1b[%dm", r,
+                              g, b, light ? 30 : 97);
+                item.before = swatch.escape;
+                item.after = kReset;
             }
         } else if (cls == "UI_StaticImage") {
             item.kind = Kind::Image;
@@ -113,23 +146,22 @@ std::vector<Item> Items(const Json& snapshot, bool colour) {
         } else {
             continue;
         }
-        items.push_back(std::move(item));
+        items.push_back(item);
     }
-    return items;
 }
 
 /// Text rows from the tops of the texts and horizontal rules; the other controls are
 /// placed into the rows that they cover.
-std::vector<Row> MakeRows(const std::vector<Item>& items) {
-    std::vector<const Item*> anchors;
+void MakeRows(const std::vector<Item>& items, std::vector<const Item*>& anchors,
+              std::vector<Row>& rows) {
+    anchors.clear();
     for (const Item& item : items) {
         if (item.kind == Kind::Text || item.kind == Kind::HorizontalRule) {
             anchors.push_back(&item);
         }
     }
-    std::stable_sort(anchors.begin(), anchors.end(),
-                     [](const Item* a, const Item* b) { return a->y < b->y; });
-    std::vector<Row> rows;
+    SortShort(anchors, [](const Item* a, const Item* b) { return a->y < b->y; });
+    rows.clear();
     bool rule_row = false;
     for (const Item* item : anchors) {
         // A rule has a row of its own.
@@ -141,15 +173,15 @@ std::vector<Row> MakeRows(const std::vector<Item>& items) {
             rows.back().bottom = std::max(rows.back().bottom, item->y + item->height);
         }
     }
-    return rows;
 }
 
 void AssignRows(std::vector<Item>& items, const std::vector<Row>& rows) {
     for (Item& item : items) {
+        item.rows = 0;
         if (item.kind == Kind::VerticalRule) {
             for (std::size_t r = 0; r < rows.size(); ++r) {
                 if (Overlaps(item.y, item.y + item.height, rows[r])) {
-                    item.rows.push_back(r);
+                    item.rows |= RowSet{1} << r;
                 }
             }
             continue;
@@ -172,7 +204,7 @@ void AssignRows(std::vector<Item>& items, const std::vector<Row>& rows) {
             }
         }
         if (!rows.empty()) {
-            item.rows.push_back(chosen);
+            item.rows = RowSet{1} << chosen;
         }
     }
 }
@@ -180,13 +212,14 @@ void AssignRows(std::vector<Item>& items, const std::vector<Row>& rows) {
 /// Columns: controls whose left edges lie together share one; a column starts where its
 /// left edge puts it, or further right when a text of an earlier column in a shared row
 /// would run into it.
-std::vector<std::size_t> PlaceColumns(std::vector<Item>& items) {
-    std::vector<std::size_t> order(items.size());
+void PlaceColumns(std::vector<Item>& items, std::vector<std::size_t>& order,
+                  std::vector<std::size_t>& column, std::vector<RowSet>& group_rows,
+                  std::vector<double>& group_left) {
+    order.resize(items.size());
     for (std::size_t i = 0; i < order.size(); ++i) {
         order[i] = i;
     }
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return items[a].x < items[b].x; });
+    SortShort(order, [&](std::size_t a, std::size_t b) { return items[a].x < items[b].x; });
     std::size_t groups = 0;
     double last_x = 0;
     for (std::size_t k = 0; k < order.size(); ++k) {
@@ -197,98 +230,130 @@ std::vector<std::size_t> PlaceColumns(std::vector<Item>& items) {
         item.group = groups - 1;
         last_x = item.x;
     }
-    std::vector<std::size_t> column(groups, 0);
-    for (std::size_t g = 0; g < groups; ++g) {
-        double left = -1;
-        for (const Item& item : items) {
-            if (item.group == g && (left < 0 || item.x < left)) {
-                left = item.x;
-            }
+    // Each column's rows and left edge (the first item's, moved left by any item further
+    // left, in the items' order).
+    group_rows.assign(groups, 0);
+    group_left.assign(groups, -1);
+    for (Item& item : items) {
+        item.columns = Columns(item.text);
+        group_rows[item.group] |= item.rows;
+        double& left = group_left[item.group];
+        if (left < 0 || item.x < left) {
+            left = item.x;
         }
+    }
+    column.assign(groups, 0);
+    for (std::size_t g = 0; g < groups; ++g) {
         std::size_t start =
-            static_cast<std::size_t>(std::lround(std::max(0.0, left) / kPixelsPerColumn));
+            static_cast<std::size_t>(std::lround(std::max(0.0, group_left[g]) / kPixelsPerColumn));
         for (const Item& earlier : items) {
-            if (earlier.group >= g) {
-                continue;
-            }
-            for (const Item& item : items) {
-                if (item.group != g) {
-                    continue;
-                }
-                const bool shared = std::any_of(item.rows.begin(), item.rows.end(), [&](auto r) {
-                    return std::find(earlier.rows.begin(), earlier.rows.end(), r) !=
-                           earlier.rows.end();
-                });
-                if (shared) {
-                    start = std::max(start, column[earlier.group] + Columns(earlier.text) + 1);
-                }
+            if (earlier.group < g && (earlier.rows & group_rows[g]) != 0) {
+                start = std::max(start, column[earlier.group] + earlier.columns + 1);
             }
         }
         column[g] = start;
     }
-    return column;
 }
 
-} // namespace
-
-std::string SwatchHex(const Json& snapshot) {
-    const auto swatch = snapshot.find("swatch");
-    if (swatch == snapshot.end() || !swatch->is_array() || swatch->size() != 4) {
-        return {};
-    }
-    char hex[8];
-    std::snprintf(hex, sizeof hex, "#%02X%02X%02X", Channel255((*swatch)[0]),
-                  Channel255((*swatch)[1]), Channel255((*swatch)[2]));
-    return hex;
-}
-
-std::string PanelText(const Json& snapshot, bool colour) {
-    std::vector<Item> items = Items(snapshot, colour);
-    const std::vector<Row> rows = MakeRows(items);
-    AssignRows(items, rows);
-    const std::vector<std::size_t> column = PlaceColumns(items);
-
-    // Each row's pieces, left to right.
+/// The working storage of a layout, kept from one panel to the next.
+struct Layout {
+    std::vector<Item> items;
+    std::vector<const Item*> anchors;
+    std::vector<Row> rows;
+    std::vector<std::size_t> order;
+    std::vector<std::size_t> column;
+    std::vector<RowSet> groupRows;
+    std::vector<double> groupLeft;
     struct Piece {
         std::size_t column;
         const Item* item;
     };
-    std::vector<std::vector<Piece>> pieces(rows.size());
-    for (const Item& item : items) {
-        for (const std::size_t r : item.rows) {
-            pieces[r].push_back({column[item.group], &item});
-        }
+    std::vector<Piece> row;
+};
+
+} // namespace
+
+void AppendPanelText(const PanelState& state, bool colour, TextBuffer& out) {
+    // The layout's storage is the thread's own, reused from one panel to the next.
+    thread_local Layout layout;
+    SwatchTexts swatch;
+    MakeItems(state, colour, swatch, layout.items);
+    MakeRows(layout.items, layout.anchors, layout.rows);
+    // Rows past the last that a mask can name would be lost: the panel never has so many.
+    if (layout.rows.size() > kMaxRows) {
+        layout.rows.resize(kMaxRows);
     }
-    std::vector<std::string> lines;
-    for (auto& row : pieces) {
-        std::stable_sort(row.begin(), row.end(),
-                         [](const Piece& a, const Piece& b) { return a.column < b.column; });
-        std::string line;
+    AssignRows(layout.items, layout.rows);
+    PlaceColumns(layout.items, layout.order, layout.column, layout.groupRows, layout.groupLeft);
+
+    const std::size_t start = out.Size();
+    std::size_t kept = start; // the end of the last line that is not empty
+    for (std::size_t r = 0; r < layout.rows.size(); ++r) {
+        // The row's pieces, left to right.
+        layout.row.clear();
+        for (const Item& item : layout.items) {
+            if ((item.rows >> r) & 1) {
+                layout.row.push_back({layout.column[item.group], &item});
+            }
+        }
+        SortShort(layout.row, [](const Layout::Piece& a, const Layout::Piece& b) {
+            return a.column < b.column;
+        });
+        const std::size_t line = out.Size();
         std::size_t used = 0; // columns taken so far
-        for (const Piece& piece : row) {
+        for (const Layout::Piece& piece : layout.row) {
             const Item& item = *piece.item;
-            std::string text = item.text;
+            std::size_t width = item.columns;
+            std::size_t rule = 0;
             if (item.kind == Kind::HorizontalRule) {
                 const double right = item.x + item.width;
                 const auto end = static_cast<std::size_t>(std::lround(right / kPixelsPerColumn));
-                text.assign(end > piece.column ? end - piece.column : 1, '-');
+                rule = end > piece.column ? end - piece.column : 1;
+                width = rule;
             }
             // A piece that its left neighbour would overlap starts one column after it.
-            const std::size_t at = line.empty() ? piece.column : std::max(piece.column, used + 1);
-            line.append(at - used, ' ');
-            line += item.before + text + item.after;
-            used = at + Columns(text);
+            const std::size_t at =
+                out.Size() == line ? piece.column : std::max(piece.column, used + 1);
+            out.Fill(at - used, ' ');
+            out.Append(item.before);
+            if (item.kind == Kind::HorizontalRule) {
+                out.Fill(rule, '-');
+            } else {
+                out.Append(item.text);
+            }
+            out.Append(item.after);
+            used = at + width;
         }
-        lines.push_back(std::move(line));
+        if (out.Size() > line) {
+            kept = out.Size() + 1;
+        }
+        out.Append('\n');
     }
-    while (!lines.empty() && lines.back().empty()) {
-        lines.pop_back();
+    // Empty lines at the end are dropped.
+    out.Truncate(std::max(kept, start));
+}
+
+std::string PanelText(const PanelState& state, bool colour) {
+    TextBuffer text;
+    AppendPanelText(state, colour, text);
+    return std::string(text.View());
+}
+
+std::string PanelText(const script::Json& snapshot, bool colour) {
+    return PanelText(PanelStateFromSnapshot(snapshot), colour);
+}
+
+std::string SwatchHex(const PanelState& state) {
+    if (!state.HasSwatch()) {
+        return {};
     }
-    std::string text;
-    for (const std::string& line : lines) {
-        text += line + '\n';
-    }
-    return text;
+    char hex[8];
+    WriteSwatchHex(state, hex);
+    return hex;
+}
+
+std::string SwatchHex(const script::Json& snapshot) {
+    return SwatchHex(PanelStateFromSnapshot(snapshot));
 }
 
 } // namespace qzhost::pixelview

@@ -14,21 +14,22 @@
 #include <regex>
 
 #include "pixelview/DisplayModeChoice.h"
+#include "pixelview/PanelState.h"
 #include "pixelview/PanelText.h"
 #include "pixelview/PixelViewError.h"
 #include "pixelview/PixelViewHost.h"
 #include "pixelview/PixelViewImage.h"
 #include "pixelview/PixelViewPoint.h"
 #include "pixelview/SampleImage.h"
+#include "pixelview/SnapshotJson.h"
+#include "pixelview/TextBuffer.h"
 #include "qzhost/PluginLoader.h"
-#include "script/Json.h"
 
 namespace qzhost::pixelview {
 
 namespace {
 
 namespace fs = std::filesystem;
-using script::Json;
 
 /// The largest UI scale: a panel drawn beyond it would be a poster, not a panel.
 constexpr double kMaxScale = 16.0;
@@ -95,48 +96,48 @@ std::string PointText(const Point& point) {
     return NumberText(point.x) + "," + NumberText(point.y);
 }
 
-/// Every point of the run, from the command line and, for "-", from `in`.
-std::vector<Point> CollectPoints(const PixelViewOptions& options, std::istream& in,
-                                 bool& from_input) {
-    std::vector<Point> points;
-    from_input = false;
+/// A point of the command line, or the place of "-" among them: the points of standard
+/// input, shown as they arrive.
+struct Source {
+    bool fromInput = false;
+    Point at;
+};
+
+/// The points of the command line in their order; at most one "-".
+std::vector<Source> CommandLinePoints(const PixelViewOptions& options) {
+    std::vector<Source> sources;
+    bool from_input = false;
     for (const std::string& at : options.at) {
         if (at == "-") {
             if (from_input) {
                 throw BadRequest("--at - may be given once");
             }
             from_input = true;
-            const std::vector<Point> read = ReadPoints(in);
-            points.insert(points.end(), read.begin(), read.end());
+            sources.push_back({true, {}});
         } else {
-            points.push_back(ParsePoint(at, "--at"));
+            sources.push_back({false, ParsePoint(at, "--at")});
         }
     }
-    if (points.empty()) {
-        throw BadRequest(from_input ? "standard input holds no point" : "give a point with --at");
+    if (sources.empty()) {
+        throw BadRequest("give a point with --at");
     }
-    return points;
+    return sources;
 }
 
-/// The pixel of each point; throws BadRequest for a point outside the image.
-std::vector<Shown> PixelsAt(const PixelViewImage& image, const std::vector<Point>& points) {
-    std::vector<Shown> shown;
-    shown.reserve(points.size());
-    for (const Point& point : points) {
-        const double column = std::floor(point.x);
-        const double row = std::floor(point.y);
-        const bool representable =
-            column >= INT_MIN && column <= INT_MAX && row >= INT_MIN && row <= INT_MAX;
-        if (!representable || !image.Contains(static_cast<int>(column), static_cast<int>(row))) {
-            throw BadRequest("point " + PointText(point) + " lies outside the image (columns " +
-                             std::to_string(image.X0()) + " to " +
-                             std::to_string(image.X0() + image.Width() - 1) + ", rows " +
-                             std::to_string(image.Y0()) + " to " +
-                             std::to_string(image.Y0() + image.Height() - 1) + ")");
-        }
-        shown.push_back({point, image.PixelAt(static_cast<int>(column), static_cast<int>(row))});
+/// The pixel under `point`; throws BadRequest for a point outside the image.
+Shown PixelAt(const PixelViewImage& image, const Point& point) {
+    const double column = std::floor(point.x);
+    const double row = std::floor(point.y);
+    const bool representable =
+        column >= INT_MIN && column <= INT_MAX && row >= INT_MIN && row <= INT_MAX;
+    if (!representable || !image.Contains(static_cast<int>(column), static_cast<int>(row))) {
+        throw BadRequest("point " + PointText(point) + " lies outside the image (columns " +
+                         std::to_string(image.X0()) + " to " +
+                         std::to_string(image.X0() + image.Width() - 1) + ", rows " +
+                         std::to_string(image.Y0()) + " to " +
+                         std::to_string(image.Y0() + image.Height() - 1) + ")");
     }
-    return shown;
+    return {point, image.PixelAt(static_cast<int>(column), static_cast<int>(row))};
 }
 
 const char* DepthText(std::int8_t depth) {
@@ -163,19 +164,110 @@ std::vector<std::string> ImageLines(const PixelViewImage& image) {
 
 /// The delivered pixel (alpha, red, green, blue) for the JSON output: numbers, or "nan",
 /// "inf", "-inf" for values that JSON numbers cannot carry.
-Json PixelJson(const PixelARGB& pixel) {
-    Json values = Json::array();
-    for (const float v : pixel) {
+void AppendPixelJson(const PixelARGB& pixel, TextBuffer& out) {
+    out.Append('[');
+    for (std::size_t c = 0; c < pixel.size(); ++c) {
+        if (c > 0) {
+            out.Append(',');
+        }
+        const float v = pixel[c];
         if (std::isnan(v)) {
-            values.push_back("nan");
+            out.Append("\"nan\"");
         } else if (std::isinf(v)) {
-            values.push_back(v > 0 ? "inf" : "-inf");
+            out.Append(v > 0 ? "\"inf\"" : "\"-inf\"");
         } else {
-            values.push_back(static_cast<double>(v));
+            AppendJsonDouble(static_cast<double>(v), out);
         }
     }
-    return values;
+    out.Append(']');
 }
+
+/// The host's viewer as the run drives it: the host starts with the first point to show,
+/// then each point's pixel is delivered through the Info palette suite, the panel read
+/// back and printed at once.
+class Viewer {
+public:
+    Viewer(const PixelViewOptions& options, const PixelViewImage& image,
+           const std::optional<Point>& origin, const DisplayModeChoice* mode, bool several)
+        : options_(options), image_(image), origin_(origin), mode_(mode), several_(several) {
+        TextBuffer path;
+        AppendJsonString(image.Path(), path);
+        imageJson_ = ",\"image\":" + std::string(path.View()) + ",\"at\":[";
+        depthJson_ = ",\"project_depth\":" + std::to_string(image.ProjectDepth()) + "}\n";
+    }
+
+    std::size_t Count() const noexcept { return count_; }
+
+    /// Shows the panel for `shown`, prints it and flushes `out`.
+    void Show(const Shown& shown, std::ostream& out) {
+        if (!host_) {
+            Start();
+        }
+        host_->Deliver(shown.pixel, shown.at, origin_);
+        if (!options_.png.empty()) {
+            host_->Snapshot(PngFileFor(options_.png, count_, several_));
+        }
+        host_->Read(state_);
+        text_.Clear();
+        if (options_.json) {
+            text_.Append('{');
+            AppendSnapshotMembers(state_, text_);
+            text_.Append(imageJson_);
+            AppendJsonDouble(shown.at.x, text_);
+            text_.Append(',');
+            AppendJsonDouble(shown.at.y, text_);
+            text_.Append("],\"pixel\":");
+            AppendPixelJson(shown.pixel, text_);
+            text_.Append(depthJson_);
+        } else {
+            AppendPanelText(state_, options_.colour, text_);
+            if (several_) {
+                // An empty line ends each panel of a run of several, so that a reader of
+                // the stream knows where one ends before the next arrives.
+                text_.Append('\n');
+            }
+        }
+        out.write(text_.View().data(), static_cast<std::streamsize>(text_.Size()));
+        out.flush();
+        ++count_;
+    }
+
+private:
+    void Start() {
+        HostSettings settings;
+        settings.plugin = options_.plugin.empty() ? DefaultPluginPath() : options_.plugin;
+        settings.locale = options_.locale;
+        settings.scale = options_.scale;
+        settings.projectDepth = image_.ProjectDepth();
+        if (!options_.prefs.empty()) {
+            settings.prefs = options_.prefs;
+        }
+        if (!options_.monitor.empty()) {
+            settings.monitor = options_.monitor;
+        }
+        host_ = std::make_unique<PixelViewHost>(settings);
+        if (mode_ != nullptr) {
+            host_->ChooseDisplayMode(*mode_);
+        }
+        const std::vector<std::string> lines = ImageLines(image_);
+        host_->ShowTextLines(lines[0], lines[1], lines[2]);
+    }
+
+    const PixelViewOptions& options_;
+    const PixelViewImage& image_;
+    std::optional<Point> origin_;
+    const DisplayModeChoice* mode_;
+    bool several_;
+    std::unique_ptr<PixelViewHost> host_;
+    PanelState state_;
+    /// The image's member and the start of the point's, and the project depth that ends
+    /// the object: the same for every point.
+    std::string imageJson_;
+    std::string depthJson_;
+    /// The text of one point, its storage reused.
+    TextBuffer text_;
+    std::size_t count_ = 0;
+};
 
 std::string OneLine(std::string message) {
     std::replace(message.begin(), message.end(), '\n', ' ');
@@ -185,8 +277,7 @@ std::string OneLine(std::string message) {
 int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
     // Everything that the command line can get wrong is checked before the host starts,
     // so that a bad request shows nothing and writes nothing.
-    bool from_input = false;
-    const std::vector<Point> points = CollectPoints(options, in, from_input);
+    const std::vector<Source> sources = CommandLinePoints(options);
     std::optional<Point> origin;
     if (!options.origin.empty()) {
         origin = ParsePoint(options.origin, "--origin");
@@ -207,44 +298,35 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
         RequireWritablePlace(options.png, "--png");
     }
     const PixelViewImage image(options.image.empty() ? DefaultSampleImage() : options.image);
-    const std::vector<Shown> shown = PixelsAt(image, points);
-
-    HostSettings settings;
-    settings.plugin = options.plugin.empty() ? DefaultPluginPath() : options.plugin;
-    settings.locale = options.locale;
-    settings.scale = options.scale;
-    settings.projectDepth = image.ProjectDepth();
-    if (!options.prefs.empty()) {
-        settings.prefs = options.prefs;
-    }
-    if (!options.monitor.empty()) {
-        settings.monitor = options.monitor;
-    }
-    PixelViewHost host(settings);
-    if (mode != nullptr) {
-        host.ChooseDisplayMode(*mode);
-    }
-    const std::vector<std::string> lines = ImageLines(image);
-    host.ShowTextLines(lines[0], lines[1], lines[2]);
-
-    const bool several = shown.size() > 1 || from_input;
-    for (std::size_t i = 0; i < shown.size(); ++i) {
-        const std::string png = options.png.empty() ? "" : PngFileFor(options.png, i, several);
-        Json snapshot = host.Show(shown[i].pixel, shown[i].at, origin, png);
-        if (options.json) {
-            snapshot["image"] = image.Path();
-            snapshot["at"] = Json::array({shown[i].at.x, shown[i].at.y});
-            snapshot["pixel"] = PixelJson(shown[i].pixel);
-            snapshot["project_depth"] = image.ProjectDepth();
-            out << snapshot.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    // The points of the command line lie in the image, and their pixels can be read,
+    // before anything is shown.
+    std::vector<Shown> given;
+    bool from_input = false;
+    for (const Source& source : sources) {
+        if (source.fromInput) {
+            from_input = true;
         } else {
-            if (i > 0) {
-                out << '\n';
-            }
-            out << PanelText(snapshot, options.colour);
+            given.push_back(PixelAt(image, source.at));
         }
     }
-    out.flush();
+
+    // Points of standard input are shown as their lines arrive; a line that is not a
+    // point inside the image ends the run, after the panels before it.
+    Viewer viewer(options, image, origin, mode, given.size() > 1 || from_input);
+    std::size_t next = 0;
+    for (const Source& source : sources) {
+        if (!source.fromInput) {
+            viewer.Show(given[next++], out);
+            continue;
+        }
+        PointReader reader(in);
+        for (Point point; reader.Next(point);) {
+            viewer.Show(PixelAt(image, point), out);
+        }
+    }
+    if (viewer.Count() == 0) {
+        throw BadRequest("standard input holds no point");
+    }
     return kExitOk;
 }
 
@@ -279,8 +361,9 @@ CLI::App* AddPixelViewCommand(CLI::App& app, int& exit_status) {
         "inspect",
         "Show the Info panel for pixels of an image, as the panel shows them while the pointer "
         "rests there in the host's viewer. Exit status 2: a missing or unreadable image, an "
-        "unknown format, a point outside the image or a malformed option; 3: a failure of the "
-        "host or the plug-in.");
+        "unknown format, a point outside the image, a malformed option or line of standard input "
+        "(the panels of the lines before it stay printed); 3: a failure of the host or the "
+        "plug-in.");
     auto options = std::make_shared<PixelViewOptions>();
     command->add_option("IMAGE", options->image,
                         "The image (anything OpenImageIO reads: EXR, TIFF, PNG, JPEG, DPX...); "
@@ -288,8 +371,9 @@ CLI::App* AddPixelViewCommand(CLI::App& app, int& exit_status) {
     command
         ->add_option("--at", options->at,
                      "A point X,Y in image coordinates; repeat for several points (one panel "
-                     "each); \"-\" reads points from standard input, one per line, to its end "
-                     "before the first panel is shown")
+                     "each); \"-\" reads points from standard input, one per line, and shows "
+                     "each as soon as its line arrives. With several points each text panel "
+                     "ends with an empty line")
         ->required()
         ->expected(1)
         ->allow_extra_args(false)

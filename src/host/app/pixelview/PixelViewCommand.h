@@ -13,7 +13,8 @@ namespace qzhost::pixelview {
 struct PixelViewOptions {
     /// The image; the bundled sample chart when empty.
     std::string image;
-    /// The points, each "X,Y"; "-" reads points from standard input, one per line.
+    /// The points, each "X,Y"; "-" reads points from standard input, one per line, each
+    /// shown as soon as its line arrives.
     std::vector<std::string> at;
     /// "X,Y": the origin of X', Y'; none when empty.
     std::string origin;
@@ -39,10 +40,12 @@ struct PixelViewOptions {
     std::string plugin;
 };
 
-/// Shows the panel for every point of `options` on `out`, reading "-" points from `in`.
-/// Returns 0; on a bad request writes one line to `err` and returns 2 before anything is
-/// shown or written; on a failure of the host or the plug-in writes one line and
-/// returns 3.
+/// Shows the panel for every point of `options` on `out`, reading "-" points from `in`
+/// line by line and printing each panel (flushed) before the next line is read. Returns
+/// 0; on a bad request writes one line to `err` and returns 2: before anything is shown
+/// or written when the command line or the image is at fault, after the panels of the
+/// lines before it when a line of `in` is; on a failure of the host or the plug-in
+/// writes one line and returns 3.
 int RunPixelView(const PixelViewOptions& options, std::istream& in, std::ostream& out,
                  std::ostream& err);
 

@@ -2,10 +2,14 @@
 
 #include <cmath>
 #include <exception>
+#include <limits>
 #include <stdexcept>
 
+#include "host/PF_Pixel.h"
 #include "pixelview/PixelViewError.h"
+#include "qzgp/QZ_InfoPaletteSuite.h"
 #include "qzhost/PreferenceFile.h"
+#include "qzhost/SuiteRegistry.h"
 #include "script/OpArgs.h"
 #include "script/OpTable.h"
 #include "script/ScriptErrors.h"
@@ -19,19 +23,10 @@ using script::Json;
 /// The number of items of the panel's notation menu.
 constexpr std::size_t kNotationItems = 8;
 
-/// A pixel value for a host script line: a JSON number, or "nan", "inf", "-inf", "-0"
-/// for what JSON numbers cannot carry.
-Json ValueArg(float value) {
-    if (std::isnan(value)) {
-        return "nan";
-    }
-    if (std::isinf(value)) {
-        return value > 0 ? "inf" : "-inf";
-    }
-    if (value == 0 && std::signbit(value)) {
-        return "-0";
-    }
-    return static_cast<double>(value);
+/// A pixel channel as the host hands it to the suite: a NaN of any sign or payload as
+/// the one quiet NaN.
+float Channel(float value) {
+    return std::isnan(value) ? std::numeric_limits<float>::quiet_NaN() : value;
 }
 
 /// The user's preference file; a host without a user folder cannot have one.
@@ -42,10 +37,6 @@ std::string DefaultPreferences() {
         throw BadRequest(std::string("no preference file: ") + error.what() +
                          " (give one with --prefs)");
     }
-}
-
-Json PairArg(const Point& point) {
-    return Json::array({point.x, point.y});
 }
 
 } // namespace
@@ -74,9 +65,20 @@ PixelViewHost::PixelViewHost(const HostSettings& settings) : session_(settings.p
     if (!opened.value("panel", false) || !opened.value("visible", false)) {
         throw HostFailed("the workspace did not open the Info panel");
     }
+    const void* table = nullptr;
+    if (SuiteRegistry::Get().HostTable()->AcquireSuite(kQZ_InfoPaletteSuite,
+                                                       kQZ_InfoPaletteSuiteVersion2, &table) != 0 ||
+        table == nullptr) {
+        throw HostFailed("the plug-in did not publish the Info palette suite");
+    }
+    suite_ = static_cast<const QZ_InfoPaletteSuite2*>(table);
 }
 
 PixelViewHost::~PixelViewHost() {
+    if (suite_ != nullptr) {
+        SuiteRegistry::Get().HostTable()->ReleaseSuite(kQZ_InfoPaletteSuite,
+                                                       kQZ_InfoPaletteSuiteVersion2);
+    }
     session_.Shutdown();
 }
 
@@ -149,19 +151,30 @@ void PixelViewHost::ShowTextLines(const std::string& line1, const std::string& l
     }
 }
 
-Json PixelViewHost::Show(const PixelARGB& pixel, const Point& position,
-                         const std::optional<Point>& origin, const std::string& png) {
-    Json args = {
-        {"pixel", Json::array({ValueArg(pixel[0]), ValueArg(pixel[1]), ValueArg(pixel[2]),
-                               ValueArg(pixel[3])})},
-        {"position", PairArg(position)},
-        {"origin", origin ? PairArg(*origin) : Json(nullptr)},
-    };
-    const Json result = Run({{"op", "call"}, {"slot", 4}, {"args", std::move(args)}});
-    if (result.value("result", 0) != 0) {
-        throw HostFailed("the Info palette suite refused the pixel (code " +
-                         std::to_string(result.value("result", 0)) + ")");
+void PixelViewHost::Deliver(const PixelARGB& pixel, const Point& position,
+                            const std::optional<Point>& origin) {
+    const PF_PixelFloat value = {Channel(pixel[0]), Channel(pixel[1]), Channel(pixel[2]),
+                                 Channel(pixel[3])};
+    const M_Vector2T<double> at = {position.x, position.y};
+    M_Vector2T<double> from{};
+    if (origin) {
+        from = {origin->x, origin->y};
     }
+    const QZ_Err result = suite_->SetPixelInfo(&value, &at, origin ? &from : nullptr);
+    if (result != 0) {
+        throw HostFailed("the Info palette suite refused the pixel (code " +
+                         std::to_string(result) + ")");
+    }
+}
+
+void PixelViewHost::Read(PanelState& state) {
+    reader_.Read(state);
+    if (!state.panel) {
+        throw HostFailed("the Info panel is gone");
+    }
+}
+
+Json PixelViewHost::Snapshot(const std::string& png) {
     Json snapshot = {{"op", "snapshot"}};
     if (!png.empty()) {
         snapshot["png"] = png;

@@ -8,10 +8,14 @@
 #include <string>
 
 #include "pixelview/DisplayModeChoice.h"
+#include "pixelview/PanelReader.h"
+#include "pixelview/PanelState.h"
 #include "pixelview/PixelViewImage.h"
 #include "pixelview/PixelViewPoint.h"
 #include "script/Json.h"
 #include "script/ScriptSession.h"
+
+struct QZ_InfoPaletteSuite2;
 
 namespace qzhost::pixelview {
 
@@ -52,11 +56,17 @@ public:
                        const std::string& line3);
 
     /// Delivers a pixel through the Info palette suite as the host's viewer would while
-    /// the pointer rests at `position`, with `origin` for X', Y' (none: no origin), and
-    /// returns the panel's snapshot (host script form); with `png` the panel is also drawn
-    /// into that file.
-    script::Json Show(const PixelARGB& pixel, const Point& position,
-                      const std::optional<Point>& origin, const std::string& png = {});
+    /// the pointer rests at `position`, with `origin` for X', Y' (none: no origin).
+    /// Throws HostFailed when the suite refuses it.
+    void Deliver(const PixelARGB& pixel, const Point& position, const std::optional<Point>& origin);
+
+    /// Reads what the panel shows into `state` (its storage reused). Throws HostFailed
+    /// when the panel is gone.
+    void Read(PanelState& state);
+
+    /// The panel's snapshot through the host script's "snapshot" op (host script form);
+    /// with `png` the panel is also drawn into that file.
+    script::Json Snapshot(const std::string& png = {});
 
 private:
     /// Runs one host script line; translates the host's refusals into BadRequest and its
@@ -66,6 +76,10 @@ private:
     void Set(const std::string& option, const std::string& setting, const script::Json& value);
 
     script::ScriptSession session_;
+    /// The Info palette suite, acquired through the host's basic suite table once the
+    /// plug-in has published it, as the host's viewer holds it while it shows pixels.
+    const QZ_InfoPaletteSuite2* suite_ = nullptr;
+    PanelReader reader_;
 };
 
 } // namespace qzhost::pixelview

@@ -13,6 +13,7 @@
 #include <OpenImageIO/imagecache.h>
 #include <OpenImageIO/imageio.h>
 
+#include "pixelview/LibraryMessages.h"
 #include "pixelview/PixelViewError.h"
 #include "pixelview/ProjectDepthRule.h"
 
@@ -81,30 +82,48 @@ std::string ChannelTypeText(OIIO::TypeDesc type, int bits) {
     return std::to_string(bits) + "-bit";
 }
 
+/// The channel named `name` (or its lower-case form), or -1. Looked up in the names that
+/// the header has: some readers name fewer channels than the image has.
 int ChannelIndex(const OIIO::ImageSpec& header, const char* name) {
-    const int index = header.channelindex(name);
-    if (index >= 0) {
-        return index;
+    const int named = std::min(header.nchannels, static_cast<int>(header.channelnames.size()));
+    for (const std::string& wanted : {std::string(name), Lower(name)}) {
+        for (int c = 0; c < named; ++c) {
+            if (header.channelnames[static_cast<std::size_t>(c)] == wanted) {
+                return c;
+            }
+        }
     }
-    return header.channelindex(Lower(name));
+    return -1;
 }
 
 } // namespace
 
 struct PixelViewImage::Reader {
+    // What the image libraries print themselves while they read is kept here, from the
+    // cache's creation to its end.
+    LibraryMessages messages;
     // The cache belongs to this image alone: its settings (unassociated alpha kept, bands
     // of scanlines) must not leak into other readers in the process.
     OIIO::ImageCache* cache = nullptr;
     std::unique_ptr<OIIO::ImageBuf> buffer;
+    // The channel values of one pixel, their storage kept from one pixel to the next.
+    std::vector<float> values;
+    std::vector<std::uint16_t> words;
+    std::vector<std::uint8_t> bytes;
 
-    Reader() : cache(OIIO::ImageCache::create(/*shared=*/false)) {
+    Reader() {
+        const LibraryMessages::Trap trap(messages);
+        cache = OIIO::ImageCache::create(/*shared=*/false);
         cache->attribute("unassociatedalpha", 1);
         cache->attribute("autotile", kScanlineBand);
         cache->attribute("autoscanline", 1);
     }
     ~Reader() {
+        const LibraryMessages::Trap trap(messages);
         buffer.reset();
         OIIO::ImageCache::destroy(cache);
+        // An error left in OpenImageIO would be printed as the program ends.
+        (void)OIIO::geterror();
     }
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
@@ -114,16 +133,31 @@ PixelViewImage::PixelViewImage(const std::string& path) : path_(path), reader_(n
     RequireReadableFile(path);
     OIIO::ImageSpec config;
     config.attribute("oiio:UnassociatedAlpha", 1);
-    reader_->buffer = std::make_unique<OIIO::ImageBuf>(path, 0, 0, reader_->cache, &config);
+    bool opened = false;
+    std::string message;
+    {
+        const LibraryMessages::Trap trap(reader_->messages);
+        reader_->buffer = std::make_unique<OIIO::ImageBuf>(path, 0, 0, reader_->cache, &config);
+        opened = reader_->buffer->init_spec(path, 0, 0);
+        if (opened) {
+            // The header and the format's name, read while the libraries' words are kept.
+            (void)reader_->buffer->nativespec();
+            formatName_ = reader_->buffer->file_format_name();
+        } else {
+            message = FirstLine(reader_->buffer->geterror());
+            (void)OIIO::geterror();
+        }
+    }
+    const std::string words = reader_->messages.Take();
     OIIO::ImageBuf& buffer = *reader_->buffer;
-    if (!buffer.init_spec(path, 0, 0)) {
-        const std::string message = FirstLine(buffer.geterror());
+    if (!opened) {
         // OpenImageIO tries every reader on a file whose extension it does not know.
         const std::string format = FormatOfExtension(path);
         if (format.empty()) {
             throw BadRequest("unknown image format: no reader knows '" + path + "'");
         }
-        throw BadRequest("cannot read '" + path + "' as " + format + ": " + message);
+        throw BadRequest(
+            WithLibraryWords("cannot read '" + path + "' as " + format + ": " + message, words));
     }
     const OIIO::ImageSpec& header = buffer.nativespec();
     if (header.deep) {
@@ -137,7 +171,6 @@ PixelViewImage::PixelViewImage(const std::string& path) : path_(path), reader_(n
     width_ = header.width;
     height_ = header.height;
     channels_ = header.nchannels;
-    formatName_ = buffer.file_format_name();
 
     // The depth follows the widest channel; formats that keep 10 or 12 bits in 16-bit
     // words say so in their metadata.
@@ -203,39 +236,51 @@ PixelViewImage::PixelViewImage(const std::string& path) : path_(path), reader_(n
 PixelViewImage::~PixelViewImage() = default;
 
 PixelARGB PixelViewImage::PixelAt(int x, int y) const {
-    std::vector<float> values(static_cast<std::size_t>(channels_), 0.0f);
-    const OIIO::ImageBuf& buffer = *reader_->buffer;
+    Reader& reader = *reader_;
+    const auto channels = static_cast<std::size_t>(channels_);
+    std::vector<float>& values = reader.values;
+    values.assign(channels, 0.0f);
+    const OIIO::ImageBuf& buffer = *reader.buffer;
     const OIIO::ROI pixel(x, x + 1, y, y + 1, 0, 1, 0, channels_);
-    if (integerMax_ > 0) {
-        // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded. They are
-        // fetched in their own type, which OpenImageIO hands over unchanged.
-        std::vector<std::uint16_t> stored(static_cast<std::size_t>(channels_), 0);
-        bool fetched = false;
-        if (integerMax_ == 255) {
-            std::vector<std::uint8_t> bytes(stored.size(), 0);
-            fetched = buffer.get_pixels(pixel, OIIO::TypeDesc::UINT8, bytes.data());
-            std::copy(bytes.begin(), bytes.end(), stored.begin());
-        } else {
-            fetched = buffer.get_pixels(pixel, OIIO::TypeDesc::UINT16, stored.data());
-        }
-        if (fetched) {
-            const auto scale = static_cast<float>(integerMax_);
-            for (std::size_t c = 0; c < stored.size(); ++c) {
-                // Formats of 9 to 15 bits come in 16-bit words that repeat their top bits;
-                // the stored code is the word scaled back.
-                const double code =
-                    integerMax_ == 255 || integerMax_ == 65535
-                        ? stored[c]
-                        : std::round(stored[c] * static_cast<double>(integerMax_) / 65535.0);
-                values[c] = static_cast<float>(code) / scale;
+    std::string message;
+    {
+        const LibraryMessages::Trap trap(reader.messages);
+        if (integerMax_ > 0) {
+            // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded. They
+            // are fetched in their own type, which OpenImageIO hands over unchanged.
+            std::vector<std::uint16_t>& stored = reader.words;
+            stored.assign(channels, 0);
+            bool fetched = false;
+            if (integerMax_ == 255) {
+                reader.bytes.assign(channels, 0);
+                fetched = buffer.get_pixels(pixel, OIIO::TypeDesc::UINT8, reader.bytes.data());
+                std::copy(reader.bytes.begin(), reader.bytes.end(), stored.begin());
+            } else {
+                fetched = buffer.get_pixels(pixel, OIIO::TypeDesc::UINT16, stored.data());
             }
+            if (fetched) {
+                const auto scale = static_cast<float>(integerMax_);
+                for (std::size_t c = 0; c < channels; ++c) {
+                    // Formats of 9 to 15 bits come in 16-bit words that repeat their top
+                    // bits; the stored code is the word scaled back.
+                    const double code =
+                        integerMax_ == 255 || integerMax_ == 65535
+                            ? stored[c]
+                            : std::round(stored[c] * static_cast<double>(integerMax_) / 65535.0);
+                    values[c] = static_cast<float>(code) / scale;
+                }
+            }
+        } else {
+            buffer.getpixel(x, y, 0, values.data(), channels_);
         }
-    } else {
-        buffer.getpixel(x, y, 0, values.data(), channels_);
+        if (buffer.has_error()) {
+            message = FirstLine(buffer.geterror());
+            (void)OIIO::geterror();
+        }
     }
-    if (buffer.has_error()) {
-        throw BadRequest("cannot read the pixels of '" + path_ +
-                         "': " + FirstLine(buffer.geterror()));
+    if (!message.empty()) {
+        throw BadRequest(WithLibraryWords("cannot read the pixels of '" + path_ + "': " + message,
+                                          reader.messages.Take()));
     }
     const float alpha = alpha_ >= 0 ? values[static_cast<std::size_t>(alpha_)] : 1.0f;
     return {alpha, values[static_cast<std::size_t>(red_)], values[static_cast<std::size_t>(green_)],

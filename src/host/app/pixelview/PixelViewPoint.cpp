@@ -35,33 +35,51 @@ bool Number(std::string_view text, double& value) {
     return error == std::errc() && stop == end && std::isfinite(value);
 }
 
+/// Two finite numbers separated by one comma, or false.
+bool TwoNumbers(std::string_view text, Point& point) {
+    const std::size_t comma = text.find(',');
+    return comma != std::string_view::npos && text.find(',', comma + 1) == std::string_view::npos &&
+           Number(text.substr(0, comma), point.x) && Number(text.substr(comma + 1), point.y);
+}
+
+[[noreturn]] void RefusePoint(std::string_view text, const std::string& what) {
+    throw BadRequest(what + " must be X,Y (two numbers), not '" + std::string(text) + "'");
+}
+
 } // namespace
 
 Point ParsePoint(std::string_view text, const std::string& what) {
-    const std::size_t comma = text.find(',');
     Point point;
-    if (comma == std::string_view::npos || text.find(',', comma + 1) != std::string_view::npos ||
-        !Number(text.substr(0, comma), point.x) || !Number(text.substr(comma + 1), point.y)) {
-        throw BadRequest(what + " must be X,Y (two numbers), not '" + std::string(text) + "'");
+    if (!TwoNumbers(text, point)) {
+        RefusePoint(text, what);
     }
     return point;
 }
 
-std::vector<Point> ReadPoints(std::istream& in) {
-    std::vector<Point> points;
-    std::string line;
-    long number = 0;
-    while (std::getline(in, line)) {
-        ++number;
-        const std::string_view text = Trimmed(line);
+bool PointReader::Next(Point& point) {
+    while (std::getline(in_, line_)) {
+        ++number_;
+        const std::string_view text = Trimmed(line_);
         if (text.empty() || text.front() == '#') {
             continue;
         }
-        points.push_back(ParsePoint(text, "standard input line " + std::to_string(number)));
+        if (!TwoNumbers(text, point)) {
+            RefusePoint(text, "standard input line " + std::to_string(number_));
+        }
+        return true;
     }
-    if (in.bad()) {
+    if (in_.bad()) {
         throw BadRequest("reading points from standard input failed after line " +
-                         std::to_string(number));
+                         std::to_string(number_));
+    }
+    return false;
+}
+
+std::vector<Point> ReadPoints(std::istream& in) {
+    std::vector<Point> points;
+    PointReader reader(in);
+    for (Point point; reader.Next(point);) {
+        points.push_back(point);
     }
     return points;
 }
