@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "HostReset.h"
+#include "kitworkspace/workspace/TabCreator.h"
 #include "qzgp/QZGP_RegisterSuite.h"
 #include "qzhost/HookRegistry.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"
 #include "qzhost/MenuModel.h"
 #include "qzhost/SuiteRegistry.h"
-#include "kitworkspace/workspace/TabCreator.h"
 #include "qzhost/WorkspaceModel.h"
 
 extern "C" QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std::int32_t major, std::int32_t minor,
