@@ -622,7 +622,10 @@ int main(int argc, char** argv) {
             }
             const std::string source = SourceOf(symbol.object);
             if (owner == nullptr) {
-                if (symbol.exported && !symbol.name.starts_with("qzhost::")) {
+                // Names in the implementation's reserved space ("__", such as the
+                // AddressSanitizer's "__odr_asan." markers) belong to the toolchain.
+                if (symbol.exported && !symbol.name.starts_with("qzhost::") &&
+                    !symbol.name.starts_with("__")) {
                     problems.Add(source + " exports " + symbol.name +
                                  ", which no SDK header declares with " +
                                  std::string(kExportMacro));
