@@ -76,7 +76,7 @@ TEST_F(ScriptRunner, GivesUnregisteredForHooksBeforeALoad) {
 
 TEST_F(ScriptRunner, HostOpChangesTheHostSettings) {
     const Result result =
-        RunLines("{\"op\": \"host\", \"locale\": \"de_DE\", \"codepage\": \"windows-1252\", "
+        RunLines("{\"op\": \"host\", \"locale\": \"de_DE\", \"codepage\": \"cp1252\", "
                  "\"ui_suppressed\": 7, \"workspace\": false, \"report_result\": 9, \"scale\": 2, "
                  "\"missing_suites\": [\"QZGP Command Suite/1\"], "
                  "\"errors\": {\"enable_command\": 4}, \"throws\": {\"number_text\": \"boom\"}}\n");
@@ -85,7 +85,7 @@ TEST_F(ScriptRunner, HostOpChangesTheHostSettings) {
     // The script's host stays as the script left it until the next run resets it.
     const qzhost::HostControls& host = qzhost::HostControls::Get();
     EXPECT_EQ(host.Locale(), "de_DE");
-    EXPECT_EQ(host.Codepage(), "windows-1252");
+    EXPECT_EQ(host.Codepage(), "cp1252");
     EXPECT_EQ(host.UISuppressed(), 7);
     EXPECT_FALSE(host.WorkspaceExists());
     EXPECT_EQ(host.UIScale(), 2.0);

@@ -114,7 +114,7 @@ TEST_F(ScriptValues, UTF16ArgRefusesUnitsOutOfRangeAndOtherShapes) {
 
 TEST_F(ScriptValues, NarrowArgEncodesStringsInTheHostCodePage) {
     EXPECT_EQ(NarrowArg(Json("\xC3\xA9"), "s"), std::string("\xC3\xA9"));
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(NarrowArg(Json("\xC3\xA9"), "s"), std::string("\xE9"));
 }
 

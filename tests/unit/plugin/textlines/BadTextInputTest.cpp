@@ -42,10 +42,10 @@ std::vector<NarrowInput> NarrowInputs() {
         {"invalid Shift_JIS", "Shift_JIS", "a\x81\x20\xA0\xFDz", false, "", true},
         {"truncated Shift_JIS", "Shift_JIS", "ab\x82", false, "", true},
         {"valid Shift_JIS", "Shift_JIS", "\x82\xA0", false, "\u3042", false},
-        // Every byte has a character in windows-1252 here, the five without a glyph too.
-        {"windows-1252 bytes without a glyph", "windows-1252", "a\x81\x8D\x8F\x90\x9Dz", false,
+        // Every byte has a character in cp1252 here, the five without a glyph too.
+        {"cp1252 bytes without a glyph", "cp1252", "a\x81\x8D\x8F\x90\x9Dz", false,
          "a\u0081\u008D\u008F\u0090\u009Dz", false},
-        {"valid windows-1252", "windows-1252", "\x80\xE9", false, "\u20AC\u00E9", false},
+        {"valid cp1252", "cp1252", "\x80\xE9", false, "\u20AC\u00E9", false},
     };
 }
 

@@ -135,7 +135,7 @@ TEST_F(SuiteTextSlotsTest, ASuffixIsDroppedWhenTheNextUpdateChangesTheType) {
 
 TEST_F(SuiteTextSlotsTest, TheSuffixIsConvertedFromTheHostCodePage) {
     auto& panel = OpenPanel();
-    HostControls::Get().SetCodepage("windows-1252");
+    HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(Suite().SetFirstLineSuffix("\xE9\x80"), 0); // é and the euro sign
     ASSERT_EQ(Suite().SetTextLines3("x", nullptr, nullptr), 0);
     EXPECT_EQ(Rows(panel)[0], "x\u00E9\u20AC");

@@ -68,14 +68,14 @@ TEST_F(HostStringTest, NullTextsGiveEmptyResults) {
 }
 
 TEST_F(HostStringTest, Windows1252ConvertsBothWays) {
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(U_MBToUTF16String("caf\xE9 \x80 \xB0"), U16(u"caf\u00E9 \u20AC \u00B0"));
     EXPECT_EQ(ToMB(u"caf\u00E9 \u20AC \u00B0"), "caf\xE9 \x80 \xB0");
 }
 
 TEST_F(HostStringTest, CharactersOutsideTheCodePageBecomeItsSubstitution) {
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
-    const std::string sub = SubstitutionBytes("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
+    const std::string sub = SubstitutionBytes("cp1252");
     ASSERT_FALSE(sub.empty());
     EXPECT_EQ(ToMB(u"\u0394x"), sub + "x");
     const char16_t lone[] = {0xDBFF, u'y', 0};
@@ -101,7 +101,7 @@ TEST_F(HostStringTest, InvalidShiftJisBecomesReplacementCharactersNotSubstitutes
 
 TEST_F(HostStringTest, ChangingTheCodePageTakesEffectOnTheNextCall) {
     EXPECT_EQ(U_MBToUTF16String("\xE9"), U16(u"\uFFFD"));
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(U_MBToUTF16String("\xE9"), U16(u"\u00E9"));
     qzhost::HostControls::Get().SetCodepage("UTF-8");
     EXPECT_EQ(U_MBToUTF16String("\xE9"), U16(u"\uFFFD"));
@@ -133,7 +133,7 @@ TEST_F(HostStringTest, MegabyteOfInvalidBytesGivesOneReplacementEach) {
 }
 
 TEST_F(HostStringTest, MegabyteOfWindows1252ConvertsEveryByte) {
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     std::string big;
     big.reserve(1U << 20);
     for (std::size_t i = 0; i < (1U << 20); ++i) {
@@ -172,7 +172,7 @@ TEST_F(HostStringTest, ConversionsRunOnSeveralThreadsAtOnce) {
 }
 
 TEST_F(HostStringTest, AsciiConversionIgnoresTheCodePage) {
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(U_AsciiToUTF16String("caf\xE9"), U16(u"caf\uFFFD"));
 }
 

@@ -105,7 +105,7 @@ TEST_F(HostStringTest, LookupThrowsTheInjectedErrorUntilItIsRemoved) {
 
 TEST_F(HostStringTest, MultibyteLookupUsesTheHostCodePage) {
     EXPECT_EQ(U_ZStringToMBString("$$$/x=45^D"), "45\xC2\xB0");
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(U_ZStringToMBString("$$$/x=45^D"), "45\xB0");
     qzhost::HostControls::Get().SetCodepage("Shift_JIS");
     EXPECT_EQ(U_ZStringToMBString("$$$/x=^IX"), "\x83\xA2X");

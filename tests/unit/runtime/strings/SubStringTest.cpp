@@ -171,7 +171,7 @@ TEST_F(HostStringTest, InternationalizeNumUsesTheSeparatorOfLatinDigits) {
 
 TEST_F(HostStringTest, InternationalizeNumWritesTheSeparatorInTheCodePage) {
     qzhost::HostControls::Get().SetLocale("de_DE");
-    qzhost::HostControls::Get().SetCodepage("windows-1252");
+    qzhost::HostControls::Get().SetCodepage("cp1252");
     EXPECT_EQ(Localised("12.5"), "12,5");
 }
 
