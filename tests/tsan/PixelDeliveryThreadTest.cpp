@@ -22,7 +22,8 @@
 namespace {
 
 constexpr int kWorkers = 4;
-constexpr std::size_t kMostQueued = 256;
+// Calls that each worker makes per round when the main thread sets the pace.
+constexpr int kBurst = 16;
 constexpr const char* kTab = "QZGP_Info";
 
 /// What the main thread saw: a delivery shown by a panel, or a panel going away.
@@ -93,33 +94,64 @@ protected:
         HostFixture::TearDown();
     }
 
-    /// Starts the workers: each makes `calls` pixel deliveries (or, with 0, as many as it
-    /// can until told to stop), the position carrying its number and the call's, and every
-    /// eighth call also sends a text line.
+    /// One call of worker `w`: a pixel delivery whose position carries the worker's number
+    /// and the call's, and for every eighth call a text line too.
+    void Send(int w, int i) {
+        const PF_PixelFloat pixel{1.0f, 0.25f * static_cast<float>(w), 0.5f, 1.0f};
+        const M_Vector2T<double> position{static_cast<double>(w), static_cast<double>(i)};
+        const M_Vector2T<double> origin{1.0, 1.0};
+        if (suite_->SetPixelInfo(&pixel, &position, &origin) != 0) {
+            failures_.fetch_add(1);
+        }
+        if (i % 8 == 0 && suite_->SetTextLines3("worker", nullptr, nullptr) != 0) {
+            failures_.fetch_add(1);
+        }
+    }
+
+    /// Starts the workers: each makes `calls` calls; with 0, each makes kBurst calls per
+    /// round that the main thread starts (StartRound), until told to stop.
     void StartWorkers(int calls) {
         running_ = kWorkers;
         for (int w = 0; w < kWorkers; ++w) {
             workers_.emplace_back([this, w, calls] {
-                for (int i = 0; calls == 0 ? !stop_.load() : i < calls; ++i) {
-                    const PF_PixelFloat pixel{1.0f, 0.25f * static_cast<float>(w), 0.5f, 1.0f};
-                    const M_Vector2T<double> position{static_cast<double>(w),
-                                                      static_cast<double>(i)};
-                    const M_Vector2T<double> origin{1.0, 1.0};
-                    if (suite_->SetPixelInfo(&pixel, &position, &origin) != 0) {
-                        failures_.fetch_add(1);
+                if (calls > 0) {
+                    for (int i = 0; i < calls; ++i) {
+                        Send(w, i);
                     }
-                    if (i % 8 == 0 && suite_->SetTextLines3("worker", nullptr, nullptr) != 0) {
-                        failures_.fetch_add(1);
-                    }
-                    // Unbounded senders wait while the queue is long, so that the main
-                    // thread can empty it between two of its steps.
-                    while (calls == 0 && !stop_.load() &&
-                           qzhost::MainLoop::Get().Pending() > kMostQueued) {
-                        std::this_thread::yield();
+                } else {
+                    int seen = 0;
+                    int i = 0;
+                    for (;;) {
+                        int round = round_.load();
+                        while (round == seen && !stop_.load()) {
+                            std::this_thread::yield();
+                            round = round_.load();
+                        }
+                        if (stop_.load()) {
+                            break;
+                        }
+                        seen = round;
+                        for (int k = 0; k < kBurst; ++k, ++i) {
+                            Send(w, i);
+                        }
+                        finished_.fetch_add(1);
                     }
                 }
                 running_.fetch_sub(1);
             });
+        }
+    }
+
+    /// Lets every worker make one burst of calls.
+    void StartRound() {
+        finished_ = 0;
+        round_.fetch_add(1);
+    }
+    /// Waits until every worker has made its burst: the queue then stops growing, so that
+    /// draining it ends.
+    void WaitForRound() {
+        while (finished_.load() < kWorkers) {
+            std::this_thread::yield();
         }
     }
 
@@ -142,6 +174,8 @@ protected:
     std::vector<std::thread> workers_;
     std::atomic<int> running_{0};
     std::atomic<bool> stop_{false};
+    std::atomic<int> round_{0};
+    std::atomic<int> finished_{0};
     std::atomic<int> failures_{0};
     std::size_t thrown_ = 0;
 };
@@ -149,11 +183,12 @@ protected:
 TEST_F(PixelDeliveryThreadTest, DeliveriesReachOnlyTheOpenPanelOnTheMainThread) {
     auto& workspace = qzhost::WorkspaceModel::Get();
     StartWorkers(0);
-    // The main thread opens, hides, shows and closes the panel in turn, draining its queue
-    // between any two steps, while the workers send.
+    // The main thread opens, hides, shows and closes the panel in turn while the workers
+    // send, and drains its queue between any two steps.
     constexpr int kSteps = 400;
     int step = 0;
     while (step < kSteps) {
+        StartRound();
         switch (step++ % 4) {
         case 0:
             workspace.Open(kTab);
@@ -168,8 +203,8 @@ TEST_F(PixelDeliveryThreadTest, DeliveriesReachOnlyTheOpenPanelOnTheMainThread) 
             workspace.Close(kTab);
             break;
         }
+        WaitForRound();
         (void)Drain();
-        std::this_thread::yield();
     }
     JoinWorkers();
     workspace.Close(kTab);
