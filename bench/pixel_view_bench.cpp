@@ -101,6 +101,33 @@ double TimedRun(benchmark::State& state, const PixelViewOptions& options, const 
     return seconds;
 }
 
+// The cost of each further point: a run of `count` points less a run of one, over the
+// other points. `run(input, printed, cpu)` times one run of the points in `input` and gives
+// its wall time in seconds (or a negative value when it failed), the bytes it printed and
+// its processor time. Reports the per-point figures as the benchmark's counters.
+template <class Run>
+void MeasureEachFurtherPoint(benchmark::State& state, const std::string& one,
+                             const std::string& many, int count, Run run) {
+    std::size_t printed = 0;
+    double cpu_per_point = 0;
+    for (auto _ : state) {
+        double cpu_first = 0;
+        double cpu_all = 0;
+        const double first = run(one, printed, cpu_first);
+        const double all = first < 0 ? -1 : run(many, printed, cpu_all);
+        if (all < 0) {
+            break;
+        }
+        state.SetIterationTime((all - first) / (count - 1));
+        cpu_per_point += (cpu_all - cpu_first) / (count - 1);
+    }
+    state.SetItemsProcessed(state.iterations());
+    state.counters["bytes_per_point"] = static_cast<double>(printed) / count;
+    // The processor time per point, in microseconds.
+    state.counters["cpu_us_per_point"] =
+        state.iterations() > 0 ? cpu_per_point * 1e6 / static_cast<double>(state.iterations()) : 0;
+}
+
 void BM_PixelViewOnePoint(benchmark::State& state) {
     qzhost::MainLoop::Get().AdoptCurrentThread();
     PixelViewOptions options;
@@ -125,24 +152,10 @@ void BM_PixelViewEachPointFromStandardInput(benchmark::State& state) {
     options.json = state.range(0) != 0;
     const std::string one = Points(1);
     const std::string many = Points(kManyPoints);
-    std::size_t printed = 0;
-    double cpu_per_point = 0;
-    for (auto _ : state) {
-        double cpu_first = 0;
-        double cpu_all = 0;
-        const double first = TimedRun(state, options, one, printed, cpu_first);
-        const double all = first < 0 ? -1 : TimedRun(state, options, many, printed, cpu_all);
-        if (all < 0) {
-            break;
-        }
-        state.SetIterationTime((all - first) / (kManyPoints - 1));
-        cpu_per_point += (cpu_all - cpu_first) / (kManyPoints - 1);
-    }
-    state.SetItemsProcessed(state.iterations());
-    state.counters["bytes_per_point"] = static_cast<double>(printed) / kManyPoints;
-    // The processor time per point, in microseconds.
-    state.counters["cpu_us_per_point"] =
-        state.iterations() > 0 ? cpu_per_point * 1e6 / static_cast<double>(state.iterations()) : 0;
+    MeasureEachFurtherPoint(state, one, many, kManyPoints,
+                            [&](const std::string& input, std::size_t& printed, double& cpu) {
+                                return TimedRun(state, options, input, printed, cpu);
+                            });
 }
 // The time of an iteration is that of one point, but an iteration runs thousands: their
 // number is set, not left to the library to grow until the points' time adds up.
@@ -223,24 +236,10 @@ void BM_QzhostEachPointFromStandardInput(benchmark::State& state) {
     if (state.range(0) != 0) {
         arguments.push_back("--json");
     }
-    std::size_t printed = 0;
-    double cpu_per_point = 0;
-    for (auto _ : state) {
-        double cpu_first = 0;
-        double cpu_all = 0;
-        const double first = TimedProgram(state, arguments, one, printed, cpu_first);
-        const double all = first < 0 ? -1 : TimedProgram(state, arguments, many, printed, cpu_all);
-        if (all < 0) {
-            break;
-        }
-        state.SetIterationTime((all - first) / (kProgramPoints - 1));
-        cpu_per_point += (cpu_all - cpu_first) / (kProgramPoints - 1);
-    }
-    state.SetItemsProcessed(state.iterations());
-    state.counters["bytes_per_point"] = static_cast<double>(printed) / kProgramPoints;
-    // The program's processor time per point, in microseconds.
-    state.counters["cpu_us_per_point"] =
-        state.iterations() > 0 ? cpu_per_point * 1e6 / static_cast<double>(state.iterations()) : 0;
+    MeasureEachFurtherPoint(state, one, many, kProgramPoints,
+                            [&](const std::string& input, std::size_t& printed, double& cpu) {
+                                return TimedProgram(state, arguments, input, printed, cpu);
+                            });
     std::remove(one.c_str());
     std::remove(many.c_str());
 }
