@@ -9,6 +9,7 @@ packages=(
   liblcms2-dev libcli11-dev nlohmann-json3-dev fonts-dejavu-core
   libgtest-dev libgmock-dev googletest libbenchmark-dev binutils
   libopenimageio-dev openimageio-tools python3
+  qt6-base-dev libgl-dev xvfb xauth xdotool imagemagick x11-utils
 )
 
 missing=()

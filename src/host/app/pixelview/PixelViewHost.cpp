@@ -61,9 +61,11 @@ PixelViewHost::PixelViewHost(const HostSettings& settings) : session_(settings.p
     if (!loaded.value("global", false) || !loaded.value("suite_published", false)) {
         throw HostFailed("the plug-in did not start its panel and suite");
     }
-    const Json opened = Run({{"op", "workspace"}, {"action", "open"}});
-    if (!opened.value("panel", false) || !opened.value("visible", false)) {
-        throw HostFailed("the workspace did not open the Info panel");
+    if (settings.openPanel) {
+        const Json opened = Run({{"op", "workspace"}, {"action", "open"}});
+        if (!opened.value("panel", false) || !opened.value("visible", false)) {
+            throw HostFailed("the workspace did not open the Info panel");
+        }
     }
     const void* table = nullptr;
     if (SuiteRegistry::Get().HostTable()->AcquireSuite(kQZ_InfoPaletteSuite,
@@ -75,11 +77,20 @@ PixelViewHost::PixelViewHost(const HostSettings& settings) : session_(settings.p
 }
 
 PixelViewHost::~PixelViewHost() {
+    Shutdown();
+}
+
+void PixelViewHost::Shutdown() {
     if (suite_ != nullptr) {
         SuiteRegistry::Get().HostTable()->ReleaseSuite(kQZ_InfoPaletteSuite,
                                                        kQZ_InfoPaletteSuiteVersion2);
+        suite_ = nullptr;
     }
     session_.Shutdown();
+}
+
+void PixelViewHost::SetProjectDepth(std::int8_t depth) {
+    Set("", "project", {{"depth", depth}});
 }
 
 void PixelViewHost::Set(const std::string& option, const std::string& setting, const Json& value) {
@@ -159,6 +170,9 @@ void PixelViewHost::Deliver(const PixelARGB& pixel, const Point& position,
     M_Vector2T<double> from{};
     if (origin) {
         from = {origin->x, origin->y};
+    }
+    if (suite_ == nullptr) {
+        throw HostFailed("the host has shut down");
     }
     const QZ_Err result = suite_->SetPixelInfo(&value, &at, origin ? &from : nullptr);
     if (result != 0) {

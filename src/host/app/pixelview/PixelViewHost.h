@@ -1,6 +1,6 @@
-// The reference host set up for `qzhost inspect`: the plug-in loaded through its entry
-// point, its panel opened through the workspace, and pixels delivered and the panel
-// looked at through the same host operations that `qzhost script` uses.
+// The reference host set up for `qzhost inspect` and the viewer: the plug-in loaded
+// through its entry point, its panel opened through the workspace, and pixels delivered
+// and the panel looked at through the same host operations that `qzhost script` uses.
 #pragma once
 
 #include <cstdint>
@@ -32,6 +32,9 @@ struct HostSettings {
     std::optional<std::string> prefs;
     /// The ICC profile of the monitor that the swatch is shown on; none for the identity.
     std::optional<std::string> monitor;
+    /// Whether the host opens the Info panel as soon as the plug-in has started (the
+    /// viewer opens it itself when its saved layout shows it).
+    bool openPanel = true;
 };
 
 class PixelViewHost {
@@ -60,6 +63,20 @@ public:
     /// Throws HostFailed when the suite refuses it.
     void Deliver(const PixelARGB& pixel, const Point& position, const std::optional<Point>& origin);
 
+    /// Changes the open project's depth (0 8-bit, 1 16-bit, 2 float).
+    void SetProjectDepth(std::int8_t depth);
+
+    /// The Info palette suite that the plug-in published; valid until the host shuts down.
+    const QZ_InfoPaletteSuite2& Suite() const noexcept { return *suite_; }
+
+    /// Runs one host script line (the ops of `qzhost script`); translates the host's
+    /// refusals into BadRequest and its failures into HostFailed.
+    script::Json Run(const script::Json& line);
+
+    /// Shuts the host down as the application quitting would: the plug-in's death hook,
+    /// then its panels and library. Runs once; the destructor does it otherwise.
+    void Shutdown();
+
     /// Reads what the panel shows into `state` (its storage reused). Throws HostFailed
     /// when the panel is gone.
     void Read(PanelState& state);
@@ -69,9 +86,6 @@ public:
     script::Json Snapshot(const std::string& png = {});
 
 private:
-    /// Runs one host script line; translates the host's refusals into BadRequest and its
-    /// failures into HostFailed.
-    script::Json Run(const script::Json& line);
     /// Changes one host setting; a refusal names `option`.
     void Set(const std::string& option, const std::string& setting, const script::Json& value);
 

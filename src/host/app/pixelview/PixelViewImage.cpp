@@ -235,13 +235,14 @@ PixelViewImage::PixelViewImage(const std::string& path) : path_(path), reader_(n
 
 PixelViewImage::~PixelViewImage() = default;
 
-PixelARGB PixelViewImage::PixelAt(int x, int y) const {
+void PixelViewImage::ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) const {
     Reader& reader = *reader_;
     const auto channels = static_cast<std::size_t>(channels_);
-    std::vector<float>& values = reader.values;
-    values.assign(channels, 0.0f);
+    const auto count =
+        channels * static_cast<std::size_t>(x1 - x0) * static_cast<std::size_t>(y1 - y0);
+    values.assign(count, 0.0f);
     const OIIO::ImageBuf& buffer = *reader.buffer;
-    const OIIO::ROI pixel(x, x + 1, y, y + 1, 0, 1, 0, channels_);
+    const OIIO::ROI area(x0, x1, y0, y1, 0, 1, 0, channels_);
     std::string message;
     {
         const LibraryMessages::Trap trap(reader.messages);
@@ -249,18 +250,18 @@ PixelARGB PixelViewImage::PixelAt(int x, int y) const {
             // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded. They
             // are fetched in their own type, which OpenImageIO hands over unchanged.
             std::vector<std::uint16_t>& stored = reader.words;
-            stored.assign(channels, 0);
+            stored.assign(count, 0);
             bool fetched = false;
             if (integerMax_ == 255) {
-                reader.bytes.assign(channels, 0);
-                fetched = buffer.get_pixels(pixel, OIIO::TypeDesc::UINT8, reader.bytes.data());
+                reader.bytes.assign(count, 0);
+                fetched = buffer.get_pixels(area, OIIO::TypeDesc::UINT8, reader.bytes.data());
                 std::copy(reader.bytes.begin(), reader.bytes.end(), stored.begin());
             } else {
-                fetched = buffer.get_pixels(pixel, OIIO::TypeDesc::UINT16, stored.data());
+                fetched = buffer.get_pixels(area, OIIO::TypeDesc::UINT16, stored.data());
             }
             if (fetched) {
                 const auto scale = static_cast<float>(integerMax_);
-                for (std::size_t c = 0; c < channels; ++c) {
+                for (std::size_t c = 0; c < count; ++c) {
                     // Formats of 9 to 15 bits come in 16-bit words that repeat their top
                     // bits; the stored code is the word scaled back.
                     const double code =
@@ -271,7 +272,7 @@ PixelARGB PixelViewImage::PixelAt(int x, int y) const {
                 }
             }
         } else {
-            buffer.getpixel(x, y, 0, values.data(), channels_);
+            (void)buffer.get_pixels(area, OIIO::TypeDesc::FLOAT, values.data());
         }
         if (buffer.has_error()) {
             message = FirstLine(buffer.geterror());
@@ -282,9 +283,28 @@ PixelARGB PixelViewImage::PixelAt(int x, int y) const {
         throw BadRequest(WithLibraryWords("cannot read the pixels of '" + path_ + "': " + message,
                                           reader.messages.Take()));
     }
+}
+
+PixelARGB PixelViewImage::PixelAt(int x, int y) const {
+    std::vector<float>& values = reader_->values;
+    ReadValues(x, x + 1, y, y + 1, values);
     const float alpha = alpha_ >= 0 ? values[static_cast<std::size_t>(alpha_)] : 1.0f;
     return {alpha, values[static_cast<std::size_t>(red_)], values[static_cast<std::size_t>(green_)],
             values[static_cast<std::size_t>(blue_)]};
+}
+
+void PixelViewImage::ReadRowsRGBA(int y, int rows, float* out) const {
+    std::vector<float> values;
+    ReadValues(x0_, x0_ + width_, y, y + rows, values);
+    const auto channels = static_cast<std::size_t>(channels_);
+    const std::size_t pixels = static_cast<std::size_t>(width_) * static_cast<std::size_t>(rows);
+    for (std::size_t p = 0; p < pixels; ++p) {
+        const float* pixel = values.data() + p * channels;
+        out[4 * p + 0] = pixel[red_];
+        out[4 * p + 1] = pixel[green_];
+        out[4 * p + 2] = pixel[blue_];
+        out[4 * p + 3] = alpha_ >= 0 ? pixel[alpha_] : 1.0f;
+    }
 }
 
 } // namespace qzhost::pixelview

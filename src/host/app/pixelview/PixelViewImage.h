@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace qzhost::pixelview {
 
@@ -53,7 +54,15 @@ public:
     /// pixels cannot be read.
     PixelARGB PixelAt(int x, int y) const;
 
+    /// Rows `y` to `y + rows - 1` (inside the image), every column, as red, green, blue,
+    /// alpha floats per pixel into `out` (4 x Width() x rows values), by the same rule as
+    /// PixelAt. Throws BadRequest when the pixels cannot be read.
+    void ReadRowsRGBA(int y, int rows, float* out) const;
+
 private:
+    /// The channel values of the pixels of columns x0..x1-1, rows y0..y1-1 (channels of a
+    /// pixel together, pixels in rows) into `values`, integers scaled to 0-1.
+    void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) const;
     struct Reader;
     std::string path_;
     std::unique_ptr<Reader> reader_;

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "kitui/inkwell/Inkwell.h"
+#include "kitui/ui/UI_Node.h"
 #include "qzhost/RenderedImage.h"
 
 namespace qzhost {
@@ -28,6 +29,17 @@ public:
 
     /// [ui-thread] A copy of the image as drawn so far.
     RenderedImage Snapshot() const;
+
+    /// [ui-thread] Draws `root` again inside the pixel rectangle `x`, `y`, `width`,
+    /// `height` only (clipped to the image): that rectangle is cleared to transparent and
+    /// the tree drawn clipped to it, the rest of the image is left as it is.
+    void RedrawArea(kitui::ui::UI_Node& root, int x, int y, int width, int height);
+
+    /// [ui-thread] The image's pixels as drawn so far: rows of PixelWidth() 32-bit
+    /// values 0xAARRGGBB in native byte order with premultiplied colour, `Stride()` bytes
+    /// apart. Valid until the canvas is destroyed.
+    const unsigned char* Data() const;
+    int Stride() const noexcept;
 
 private:
     struct Impl;

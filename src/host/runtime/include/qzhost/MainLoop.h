@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -28,8 +29,13 @@ public:
     void AdoptCurrentThread();
     bool IsMainThread() const;
 
-    /// Any thread: queue a call.
+    /// Any thread: queue a call, then tell the main loop through the wake-up, if one is set.
     void Post(boost::function<void()> call);
+    /// Main thread: `wake` is called (on the posting thread, outside the queue's lock)
+    /// after every post, so that an event loop that sleeps between events (the viewer's)
+    /// knows to drain the queue; an empty function removes it. A host without a wake-up
+    /// drains at moments of its own choosing (scripts: "run_main").
+    void SetWakeup(std::function<void()> wake);
     /// Main thread: runs queued calls, oldest first, until the queue is empty (calls
     /// queued while draining run too). An integer thrown by a call is recorded; a
     /// std::exception is reported through the host and its report result recorded.
@@ -42,6 +48,7 @@ private:
     MainLoop();
     mutable std::mutex mutex_;
     std::deque<boost::function<void()>> queue_;
+    std::function<void()> wake_;
     // Read on every thread-contract check, from any thread: atomic, so no lock is taken.
     std::atomic<std::thread::id> main_;
 };

@@ -70,6 +70,23 @@ struct FlyoutCommandResult {
     std::optional<QZ_Err> thrown;
 };
 
+/// The windows of a workspace that has real ones (the viewer's docks). The model keeps the
+/// tabs, panels and answers; the windows show them and write the answers back through
+/// SetAnswers whenever what the user sees changes. Without windows (scripts) the model's
+/// own actions set the answers.
+class WorkspaceWindows {
+public:
+    virtual ~WorkspaceWindows() = default;
+    /// [ui-thread] A tab has been created with its panel: put its frame in a window and
+    /// show it.
+    virtual void TabOpened(const std::string& tab_type, TabFrame& frame) = 0;
+    /// [ui-thread] The tab is closing: its frame and panel are destroyed right after.
+    virtual void TabClosing(const std::string& tab_type) = 0;
+    /// [ui-thread] Show the open tab's window (restored, raised) or hide it (`shown`
+    /// false), and write the answers that follow.
+    virtual void ShowTab(const std::string& tab_type, bool shown) = 0;
+};
+
 class QZ_HOST_API WorkspaceModel : public kitworkspace::workspace::Workspace {
 public:
     static WorkspaceModel& Get();
@@ -120,6 +137,9 @@ public:
     /// Hands `command` to the panel's flyout command handler.
     FlyoutCommandResult DoFlyoutMenuCommand(const std::string& tab_type, std::int32_t command);
 
+    /// [ui-thread] Makes `windows` show the tabs (null: none). The model does not own them.
+    void SetWindows(WorkspaceWindows* windows) noexcept { windows_ = windows; }
+
     /// The default bounds of a new panel (0, 0, 206, 114 until a resize changes them).
     void SetNewPanelBounds(const kitui::ui::RectT<float>& bounds) { newBounds_ = bounds; }
     kitui::ui::RectT<float> NewPanelBounds() const noexcept { return newBounds_; }
@@ -144,6 +164,7 @@ private:
     // Looked up by a type given as a view, so that a query builds no std::string.
     std::map<std::string, Tab, std::less<>> tabs_;
     kitui::ui::RectT<float> newBounds_{0, 0, 206, 114};
+    WorkspaceWindows* windows_ = nullptr;
 };
 
 } // namespace qzhost

@@ -26,8 +26,20 @@ bool MainLoop::IsMainThread() const {
 }
 
 void MainLoop::Post(boost::function<void()> call) {
+    std::function<void()> wake;
+    {
+        std::lock_guard lock(mutex_);
+        queue_.push_back(std::move(call));
+        wake = wake_;
+    }
+    if (wake) {
+        wake();
+    }
+}
+
+void MainLoop::SetWakeup(std::function<void()> wake) {
     std::lock_guard lock(mutex_);
-    queue_.push_back(std::move(call));
+    wake_ = std::move(wake);
 }
 
 DrainResult MainLoop::Drain() {

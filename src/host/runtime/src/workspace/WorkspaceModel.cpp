@@ -40,6 +40,7 @@ void WorkspaceModel::Reset() {
     }
     creators_.clear();
     newBounds_ = {0, 0, 206, 114};
+    windows_ = nullptr;
 }
 
 void WorkspaceModel::RegisterTabCreator(TabCreator* creator) {
@@ -150,6 +151,9 @@ void WorkspaceModel::Create(const std::string& tab_type) {
         tabs_[tab_type].panel = panel;
     }
     panel->UI_SetBounds(newBounds_);
+    if (windows_ != nullptr) {
+        windows_->TabOpened(tab_type, *frame_ptr);
+    }
     NotifyIfBecameVisible(tab_type, false);
 }
 
@@ -160,6 +164,9 @@ void WorkspaceModel::Open(const std::string& tab_type) {
 }
 
 void WorkspaceModel::Close(const std::string& tab_type) {
+    if (windows_ != nullptr && Frame(tab_type) != nullptr) {
+        windows_->TabClosing(tab_type);
+    }
     TabFrame* frame = nullptr;
     {
         std::lock_guard lock(mutex_);
@@ -176,11 +183,23 @@ void WorkspaceModel::Close(const std::string& tab_type) {
 }
 
 void WorkspaceModel::Hide(const std::string& tab_type) {
+    if (windows_ != nullptr) {
+        if (Frame(tab_type) != nullptr) {
+            windows_->ShowTab(tab_type, false);
+        }
+        return;
+    }
     const TabState state = State(tab_type);
     WriteAnswers(tab_type, false, state.front, state.stacked);
 }
 
 void WorkspaceModel::Show(const std::string& tab_type) {
+    if (windows_ != nullptr) {
+        if (Frame(tab_type) != nullptr) {
+            windows_->ShowTab(tab_type, true);
+        }
+        return;
+    }
     const TabState state = State(tab_type);
     if (WriteAnswers(tab_type, true, true, state.stacked)) {
         NotifyIfBecameVisible(tab_type, state.Visible());

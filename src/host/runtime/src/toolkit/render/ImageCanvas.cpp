@@ -2,6 +2,7 @@
 
 #include <cairo.h>
 
+#include <algorithm>
 #include <boost/make_shared.hpp>
 #include <stdexcept>
 
@@ -67,6 +68,42 @@ int ImageCanvas::PixelHeight() const noexcept {
 }
 double ImageCanvas::Scale() const noexcept {
     return impl_->scale;
+}
+
+void ImageCanvas::RedrawArea(kitui::ui::UI_Node& root, int x, int y, int width, int height) {
+    const int x0 = std::max(x, 0);
+    const int y0 = std::max(y, 0);
+    const int x1 = std::min(x + std::max(width, 0), impl_->width);
+    const int y1 = std::min(y + std::max(height, 0), impl_->height);
+    if (x0 >= x1 || y0 >= y1) {
+        return;
+    }
+    cairo_t* cr = impl_->cr;
+    cairo_save(cr);
+    // The area in pixels, whatever the user scale.
+    cairo_identity_matrix(cr);
+    cairo_rectangle(cr, x0, y0, x1 - x0, y1 - y0);
+    cairo_clip(cr);
+    cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
+    cairo_paint(cr);
+    cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
+    cairo_scale(cr, impl_->scale, impl_->scale);
+    kitui::inkwell::Inkwell& ink = *impl_->ink;
+    ink.GetSurface()->BeginDrawing();
+    kitui::ui::UI_Node::UI_ClipToRect(root.UI_GetLocalRectF(), &ink);
+    root.UI_Draw(&ink);
+    ink.GetSurface()->EndDrawing();
+    cairo_restore(cr);
+    cairo_surface_flush(impl_->image);
+}
+
+const unsigned char* ImageCanvas::Data() const {
+    cairo_surface_flush(impl_->image);
+    return cairo_image_surface_get_data(impl_->image);
+}
+
+int ImageCanvas::Stride() const noexcept {
+    return cairo_image_surface_get_stride(impl_->image);
 }
 
 RenderedImage ImageCanvas::Snapshot() const {

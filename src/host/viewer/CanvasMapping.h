@@ -1,0 +1,60 @@
+// Where the composition lies on the viewer's canvas: the screen position of the top-left
+// corner of composition pixel 0,0 and the zoom (screen pixels per composition pixel), and
+// the one rule that maps screen pixels to composition positions. The canvas is drawn with
+// that same rule, so the pixel that the pointer reads is always the pixel drawn under it.
+#pragma once
+
+#include <array>
+
+namespace qzview {
+
+/// A position in composition pixels.
+struct CompositionPoint {
+    double x = 0;
+    double y = 0;
+};
+
+class CanvasMapping {
+public:
+    /// The zoom levels that the viewer steps through: whole fractions below 1 and whole
+    /// numbers above, so that a magnified composition pixel is always a square of whole
+    /// screen pixels.
+    static constexpr std::array<double, 19> kLevels = {
+        1.0 / 16, 1.0 / 12, 1.0 / 8, 1.0 / 6, 1.0 / 4, 1.0 / 3, 1.0 / 2, 1.0,  2.0, 3.0,
+        4.0,      6.0,      8.0,     12.0,    16.0,    24.0,    32.0,    48.0, 64.0};
+
+    /// The level nearest to `zoom` (in ratio), for a zoom asked for on the command line.
+    static double NearestLevel(double zoom);
+
+    double Zoom() const noexcept { return zoom_; }
+    int OriginX() const noexcept { return originX_; }
+    int OriginY() const noexcept { return originY_; }
+
+    /// The composition position of the centre of screen pixel `sx`, `sy` (canvas pixels).
+    CompositionPoint ToComposition(int sx, int sy) const noexcept;
+    /// The whole composition pixel drawn at screen pixel `sx`, `sy`: the floor of
+    /// ToComposition.
+    void PixelAt(int sx, int sy, int& px, int& py) const noexcept;
+
+    void SetOrigin(int x, int y) noexcept {
+        originX_ = x;
+        originY_ = y;
+    }
+    /// Sets the zoom (one of kLevels) keeping the composition point under screen pixel
+    /// `sx`, `sy` where it is, to the nearest whole screen pixel.
+    void ZoomAround(double zoom, int sx, int sy) noexcept;
+    /// The next level in (`steps` > 0) or out (`steps` < 0), clamped to the levels.
+    double Step(int steps) const noexcept;
+    /// The largest level at which a composition of `width` x `height` fits into a canvas
+    /// of `canvas_width` x `canvas_height`, centred.
+    void Fit(int width, int height, int canvas_width, int canvas_height) noexcept;
+    /// Zoom 1, the composition centred.
+    void Actual(int width, int height, int canvas_width, int canvas_height) noexcept;
+
+private:
+    double zoom_ = 1.0;
+    int originX_ = 0;
+    int originY_ = 0;
+};
+
+} // namespace qzview

@@ -1,0 +1,81 @@
+// The composition viewer: the composition drawn at a zoom, with its pixels as squares of
+// whole screen pixels when magnified; the wheel zooms around the pointer, the middle
+// button (or the space bar with the left button) pans, Ctrl+click sets the origin. Every
+// screen pixel is drawn with the composition pixel that the pointer reads there.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QImage>
+#include <QWidget>
+
+#include "CanvasMapping.h"
+
+namespace qzview {
+
+class CanvasView : public QWidget {
+    Q_OBJECT
+public:
+    explicit CanvasView(QWidget* parent = nullptr);
+
+    /// Shows a composition of `width` x `height` pixels in display colours 0xAARRGGBB
+    /// (not premultiplied).
+    void SetPicture(int width, int height, std::vector<std::uint32_t> colours);
+    int CompositionWidth() const noexcept { return width_; }
+    int CompositionHeight() const noexcept { return height_; }
+
+    const CanvasMapping& Mapping() const noexcept { return mapping_; }
+    /// Sets the zoom (the nearest level) around the canvas centre.
+    void ZoomTo(double zoom);
+    void ZoomIn();
+    void ZoomOut();
+    void FitToWindow();
+    void ActualPixels();
+
+    /// The composition position under widget point `point` (logical coordinates).
+    CompositionPoint PositionAt(const QPointF& point) const;
+
+signals:
+    /// The pointer moved over the canvas to `position` (composition pixels).
+    void pointerMoved(qzview::CompositionPoint position);
+    /// The pointer left the canvas.
+    void pointerLeft();
+    /// Ctrl+click: the origin is to be set at `position`.
+    void originPicked(qzview::CompositionPoint position);
+    /// The zoom or the pan changed.
+    void mappingChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    /// The screen (device) pixel of a widget point.
+    QPoint DevicePixel(const QPointF& point) const;
+    void ZoomAroundDevice(double zoom, QPoint device);
+    void Changed();
+    void FitWithoutChoosing();
+
+    CanvasMapping mapping_;
+    int width_ = 0;
+    int height_ = 0;
+    std::vector<std::uint32_t> colours_;
+    QImage view_;
+    bool viewValid_ = false;
+    bool spaceHeld_ = false;
+    bool panning_ = false;
+    QPoint panFrom_;
+    /// Whether the zoom was chosen (by the user or the command line): until then the
+    /// composition is fitted into the canvas whenever the canvas changes size.
+    bool fitted_ = false;
+};
+
+} // namespace qzview

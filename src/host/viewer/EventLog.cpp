@@ -1,0 +1,51 @@
+#include "EventLog.h"
+
+#include <string>
+
+#include "pixelview/SnapshotJson.h"
+
+namespace qzview {
+
+void EventLog::Write() {
+    line_.Append('\n');
+    const std::string_view text = line_.View();
+    std::fwrite(text.data(), 1, text.size(), out_);
+    std::fflush(out_);
+    line_.Clear();
+}
+
+void EventLog::Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom) {
+    line_.Append("{\"event\":\"ready\",\"window\":[");
+    for (std::size_t i = 0; i < window.size(); ++i) {
+        if (i > 0) {
+            line_.Append(',');
+        }
+        line_.Append(std::to_string(window[i]));
+    }
+    line_.Append("],\"canvas\":[");
+    line_.Append(std::to_string(canvas_x));
+    line_.Append(',');
+    line_.Append(std::to_string(canvas_y));
+    line_.Append(',');
+    qzhost::pixelview::AppendNumberOut(zoom, line_);
+    line_.Append("]}");
+    Write();
+}
+
+void EventLog::Panel() {
+    reader_.Read(state_);
+    line_.Append("{\"event\":\"panel\",");
+    qzhost::pixelview::AppendSnapshotMembers(state_, line_);
+    line_.Append('}');
+    Write();
+}
+
+void EventLog::Event(const char* name, std::string_view members) {
+    line_.Append("{\"event\":");
+    qzhost::pixelview::AppendJsonString(name, line_);
+    line_.Append(members);
+    line_.Append('}');
+    Write();
+}
+
+} // namespace qzview

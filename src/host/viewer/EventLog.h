@@ -1,0 +1,35 @@
+// The viewer's event log (--log-json): JSON Lines on standard output, one event per line,
+// flushed at once, so that a program driving the viewer can follow it.
+#pragma once
+
+#include <array>
+#include <cstdio>
+
+#include "pixelview/PanelReader.h"
+#include "pixelview/PanelState.h"
+#include "pixelview/TextBuffer.h"
+
+namespace qzview {
+
+class EventLog {
+public:
+    explicit EventLog(std::FILE* out) : out_(out) {}
+
+    /// {"event":"ready","window":[x,y,w,h],"canvas":[x,y,zoom]}: where the window and
+    /// the composition lie on the screen, in screen pixels.
+    void Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom);
+    /// {"event":"panel", ...}: the Info panel as the host script's snapshot shows it.
+    void Panel();
+    /// {"event":NAME} followed by `members` (already JSON, starting with a comma, or empty).
+    void Event(const char* name, std::string_view members = {});
+
+private:
+    void Write();
+
+    std::FILE* out_;
+    qzhost::pixelview::PanelReader reader_;
+    qzhost::pixelview::PanelState state_;
+    qzhost::pixelview::TextBuffer line_;
+};
+
+} // namespace qzview

@@ -1,0 +1,43 @@
+#include "LayerImage.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+
+#include "pixelview/PixelViewError.h"
+#include "pixelview/PixelViewImage.h"
+
+namespace qzview {
+
+namespace {
+/// Rows read at a time: enough for a progress step, small enough to report often.
+constexpr int kBand = 64;
+} // namespace
+
+LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress) {
+    try {
+        const qzhost::pixelview::PixelViewImage image(path);
+        LayerImage layer;
+        layer.path = path;
+        layer.name = std::filesystem::path(path).filename().string();
+        layer.format = image.FormatName();
+        layer.channelType = image.ChannelType();
+        layer.width = image.Width();
+        layer.height = image.Height();
+        layer.depth = image.ProjectDepth();
+        layer.rgba.resize(static_cast<std::size_t>(layer.width) * layer.height * 4);
+        for (int row = 0; row < layer.height; row += kBand) {
+            const int rows = std::min(kBand, layer.height - row);
+            image.ReadRowsRGBA(image.Y0() + row, rows,
+                               layer.rgba.data() + static_cast<std::size_t>(row) * layer.width * 4);
+            if (progress) {
+                progress(static_cast<double>(row + rows) / layer.height);
+            }
+        }
+        return layer;
+    } catch (const qzhost::pixelview::PixelViewError& error) {
+        throw std::runtime_error(error.what());
+    }
+}
+
+} // namespace qzview

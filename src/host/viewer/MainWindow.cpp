@@ -1,0 +1,421 @@
+#include "MainWindow.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDoubleSpinBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QToolBar>
+
+#include "CanvasView.h"
+#include "DockLayout.h"
+#include "DockWorkspace.h"
+#include "EventLog.h"
+#include "PanelWidget.h"
+#include "qzgp/QZ_InfoPaletteSuite.h"
+#include "qzhost/HostControls.h"
+#include "qzhost/MainLoop.h"
+#include "qzhost/MenuModel.h"
+#include "qzhost/WorkspaceModel.h"
+#include "script/ScriptSession.h"
+
+namespace qzview {
+
+namespace {
+
+using qzhost::script::kInfoTabType;
+
+/// The hint of the viewer's one tool, written as the first text line.
+constexpr const char* kToolHint = "Ctrl+click: set origin";
+
+/// One displayed frame at 60 Hz.
+constexpr std::chrono::milliseconds kFrame{16};
+
+const char* DepthName(std::int8_t depth) {
+    return depth == 0 ? "8 bpc" : depth == 1 ? "16 bpc" : "32 bpc float";
+}
+
+} // namespace
+
+MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSettings& settings,
+                       EventLog* log)
+    : host_(host), settings_(settings), log_(log) {
+    setWindowTitle(QStringLiteral("qzview"));
+    setObjectName(QStringLiteral("qzview"));
+    setDockNestingEnabled(true);
+    if (settings_.monitor) {
+        monitor_ = std::make_unique<MonitorDisplay>(*settings_.monitor);
+    }
+
+    canvas_ = new CanvasView(this);
+    canvas_->setObjectName(QStringLiteral("canvas"));
+    setCentralWidget(canvas_);
+    connect(canvas_, &CanvasView::pointerMoved, this, &MainWindow::OnPointer);
+    connect(canvas_, &CanvasView::originPicked, this,
+            [this](CompositionPoint at) { SetOrigin(at); });
+
+    docks_ = new DockWorkspace(*this, settings_.scale);
+    connect(docks_, &DockWorkspace::panelsTouched, this, &MainWindow::ScheduleFrame);
+    if (log_ != nullptr) {
+        connect(docks_, &DockWorkspace::panelPainted, this, [this](const QString& type) {
+            if (type.toStdString() == kInfoTabType) {
+                log_->Panel();
+            }
+        });
+    }
+    BuildProjectDock();
+    BuildMenus();
+
+    frameTimer_.setSingleShot(true);
+    connect(&frameTimer_, &QTimer::timeout, this, &MainWindow::RunFrame);
+
+    // Calls that the plug-in's workers queue for the main thread wake Qt's event loop,
+    // which runs them.
+    qzhost::MainLoop::Get().SetWakeup([this] {
+        QMetaObject::invokeMethod(this, &MainWindow::DrainMainQueue, Qt::QueuedConnection);
+    });
+    resize(1100, 700);
+}
+
+MainWindow::~MainWindow() {
+    if (reader_.joinable()) {
+        reader_.join();
+    }
+    qzhost::MainLoop::Get().SetWakeup({});
+}
+
+void MainWindow::BuildProjectDock() {
+    projectDock_ = new QDockWidget(tr("Project"), this);
+    projectDock_->setObjectName(QStringLiteral("dock.project"));
+    projectList_ = new QListWidget(projectDock_);
+    projectList_->setObjectName(QStringLiteral("projectList"));
+    projectDock_->setWidget(projectList_);
+    addDockWidget(Qt::LeftDockWidgetArea, projectDock_);
+}
+
+void MainWindow::BuildMenus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* open = file->addAction(tr("&Open..."), this, [this] {
+        const QString path = QFileDialog::getOpenFileName(this, tr("Open Image"));
+        if (!path.isEmpty()) {
+            OpenInBackground(path.toStdString());
+        }
+    });
+    open->setShortcut(QKeySequence::Open);
+    file->addSeparator();
+    QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setMenuRole(QAction::QuitRole);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    QAction* in = view->addAction(tr("Zoom &In"), canvas_, &CanvasView::ZoomIn);
+    in->setShortcuts({QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    QAction* out = view->addAction(tr("Zoom &Out"), canvas_, &CanvasView::ZoomOut);
+    out->setShortcut(QKeySequence::ZoomOut);
+    QAction* actual =
+        view->addAction(tr("&Actual Pixels (100%)"), canvas_, &CanvasView::ActualPixels);
+    actual->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_1), QKeySequence(Qt::Key_1)});
+    QAction* fit = view->addAction(tr("&Fit in Window"), canvas_, &CanvasView::FitToWindow);
+    fit->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_0), QKeySequence(Qt::Key_F)});
+    view->addSeparator();
+    QAction* setOrigin = view->addAction(tr("Set &Origin at Pointer"), this, [this] {
+        const QPointF local = canvas_->mapFromGlobal(QCursor::pos());
+        SetOrigin(canvas_->PositionAt(local));
+    });
+    setOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
+    setOrigin->setToolTip(tr("Sets the origin of X', Y' at the pointer (also Ctrl+click)"));
+    QAction* clearOrigin = view->addAction(tr("&Clear Origin"), this, [this] { SetOrigin({}); });
+    clearOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+
+    QMenu* project = menuBar()->addMenu(tr("&Project"));
+    depthGroup_ = new QActionGroup(this);
+    for (std::int8_t depth = 0; depth < 3; ++depth) {
+        QAction* action = project->addAction(tr("Depth: %1").arg(DepthName(depth)));
+        action->setCheckable(true);
+        action->setActionGroup(depthGroup_);
+        connect(action, &QAction::triggered, this, [this, depth] {
+            depthChosen_ = true;
+            SetProjectDepth(depth);
+        });
+        depthActions_[depth] = action;
+    }
+    depthActions_[0]->setChecked(true);
+
+    windowMenu_ = menuBar()->addMenu(tr("&Window"));
+    connect(windowMenu_, &QMenu::aboutToShow, this, &MainWindow::UpdateWindowMenu);
+    UpdateWindowMenu();
+
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About qzview"), this, [this] {
+        QMessageBox::about(this, tr("About qzview"),
+                           tr("qzview: the reference host's viewer. Move the pointer over the "
+                              "composition and the Info panel shows the pixel under it."));
+    });
+
+    QToolBar* toolbar = addToolBar(tr("View"));
+    toolbar->setObjectName(QStringLiteral("toolbar.view"));
+    toolbar->addAction(in);
+    toolbar->addAction(out);
+    toolbar->addAction(fit);
+    toolbar->addSeparator();
+    toolbar->addWidget(new QLabel(tr(" Exposure "), toolbar));
+    exposure_ = new QDoubleSpinBox(toolbar);
+    exposure_->setObjectName(QStringLiteral("exposure"));
+    exposure_->setRange(-16, 16);
+    exposure_->setSingleStep(0.5);
+    exposure_->setDecimals(1);
+    exposure_->setSuffix(tr(" stops"));
+    exposure_->setToolTip(tr("Exposure of float images on the display; the Info panel always "
+                             "shows the working values"));
+    connect(exposure_, &QDoubleSpinBox::valueChanged, this, [this](double stops) {
+        display_.exposure = stops;
+        RefreshDisplay();
+    });
+    toolbar->addWidget(exposure_);
+}
+
+void MainWindow::UpdateWindowMenu() {
+    // The plug-in's hook enables and checks its command each time the menu is about to show.
+    try {
+        host_.Run({{"op", "update_menu"}});
+    } catch (const std::exception&) {
+        // A failing hook leaves the items as they were.
+    }
+    windowMenu_->clear();
+    for (const qzhost::MenuItem& item : qzhost::MenuModel::Get().Items()) {
+        QAction* action = windowMenu_->addAction(QString::fromStdString(item.text));
+        action->setCheckable(true);
+        action->setChecked(item.checked);
+        action->setEnabled(item.enabled);
+        action->setObjectName(QStringLiteral("command.%1").arg(item.command));
+        if (item.command == 2028) {
+            action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_8));
+        }
+        const std::int32_t command = item.command;
+        connect(action, &QAction::triggered, this, [this, command] {
+            host_.Run({{"op", "command"}, {"command", command}});
+            docks_->UpdateAnswers();
+            ScheduleFrame();
+        });
+    }
+    windowMenu_->addSeparator();
+    windowMenu_->addAction(projectDock_->toggleViewAction());
+}
+
+void MainWindow::AddImage(LayerImage image) {
+    const bool first = composition_.Empty();
+    composition_.AddLayer(std::move(image));
+    if (first && !depthChosen_) {
+        SetProjectDepth(composition_.Layers().front().depth);
+    }
+    RefreshProjectList();
+    RefreshDisplay();
+    if (first && settings_.zoom) {
+        canvas_->ZoomTo(*settings_.zoom);
+    }
+}
+
+void MainWindow::RefreshProjectList() {
+    projectList_->clear();
+    for (const LayerImage& layer : composition_.Layers()) {
+        projectList_->addItem(QStringLiteral("%1    %2 x %3  %4 %5")
+                                  .arg(QString::fromStdString(layer.name))
+                                  .arg(layer.width)
+                                  .arg(layer.height)
+                                  .arg(QString::fromStdString(layer.format))
+                                  .arg(QString::fromStdString(layer.channelType)));
+    }
+    hovered_ = nullptr;
+    hoverShown_ = false;
+}
+
+void MainWindow::RefreshDisplay() {
+    display_.linear = depth_ == 2;
+    exposure_->setEnabled(display_.linear);
+    const std::size_t count =
+        static_cast<std::size_t>(composition_.Width()) * composition_.Height();
+    canvas_->SetPicture(composition_.Width(), composition_.Height(),
+                        ToDisplay(composition_.Pixels(), count, display_, monitor_.get()));
+}
+
+void MainWindow::SetProjectDepth(std::int8_t depth) {
+    depth_ = depth;
+    depthActions_[depth]->setChecked(true);
+    host_.SetProjectDepth(depth);
+    RefreshDisplay();
+    // The panel's automatic notation follows the depth at the next pixel.
+    pointerPending_ = pointer_.has_value();
+    ScheduleFrame();
+}
+
+void MainWindow::SetOrigin(std::optional<CompositionPoint> origin) {
+    origin_ = origin;
+    pointerPending_ = pointer_.has_value();
+    ScheduleFrame();
+}
+
+void MainWindow::OnPointer(CompositionPoint position) {
+    pointer_ = position;
+    pointerPending_ = true;
+    const LayerImage* hovered = composition_.LayerAt(static_cast<int>(std::floor(position.x)),
+                                                     static_cast<int>(std::floor(position.y)));
+    if (hovered != hovered_ || !hoverShown_) {
+        hovered_ = hovered;
+        hoverShown_ = true;
+        ShowHoverText(hovered);
+    }
+    ScheduleFrame();
+}
+
+void MainWindow::ShowTextLines(const std::string& a, const std::string& b, const std::string& c) {
+    const QZ_InfoPaletteSuite2& suite = host_.Suite();
+    suite.SetTextLines3(a.c_str(), b.c_str(), c.c_str());
+    ScheduleFrame();
+}
+
+void MainWindow::ShowHoverText(const LayerImage* hovered) {
+    qzhost::HostControls::Get().SetAlerts(false, false, false, false);
+    if (hovered == nullptr) {
+        ShowTextLines(kToolHint, "", "");
+        return;
+    }
+    ShowTextLines(kToolHint, hovered->name,
+                  hovered->format + " " + hovered->channelType + ", " +
+                      std::to_string(hovered->width) + " x " + std::to_string(hovered->height));
+}
+
+void MainWindow::ScheduleFrame() {
+    if (frameTimer_.isActive()) {
+        return;
+    }
+    const auto since = std::chrono::steady_clock::now() - lastFrame_;
+    const auto wait = std::max<std::chrono::steady_clock::duration>(
+        std::chrono::steady_clock::duration::zero(), kFrame - since);
+    frameTimer_.start(std::chrono::duration_cast<std::chrono::milliseconds>(wait));
+}
+
+void MainWindow::RunFrame() {
+    frameTimer_.stop();
+    lastFrame_ = std::chrono::steady_clock::now();
+    if (pointerPending_ && pointer_) {
+        pointerPending_ = false;
+        const int x = static_cast<int>(std::floor(pointer_->x));
+        const int y = static_cast<int>(std::floor(pointer_->y));
+        const WorkingPixel p = composition_.PixelAt(x, y);
+        std::optional<qzhost::pixelview::Point> origin;
+        if (origin_) {
+            origin = qzhost::pixelview::Point{origin_->x, origin_->y};
+        }
+        try {
+            host_.Deliver({p[3], p[0], p[1], p[2]}, {pointer_->x, pointer_->y}, origin);
+        } catch (const std::exception&) {
+            // The suite refused the pixel (its panel is closed, say): nothing to show.
+        }
+    }
+    docks_->FlushPanels();
+}
+
+void MainWindow::DrainMainQueue() {
+    qzhost::MainLoop::Get().Drain();
+    ScheduleFrame();
+}
+
+void MainWindow::OpenInBackground(const std::string& path) {
+    if (reader_.joinable()) {
+        QMessageBox::information(this, tr("Open Image"),
+                                 tr("An image is still being read; try again when it is done."));
+        return;
+    }
+    const std::string name = std::filesystem::path(path).filename().string();
+    const QZ_InfoPaletteSuite2* suite = &host_.Suite();
+    reader_ = std::thread([this, path, name, suite] {
+        std::shared_ptr<LayerImage> image;
+        std::string error;
+        int lastTenth = -1;
+        try {
+            image = std::make_shared<LayerImage>(ReadLayerImage(path, [&](double done) {
+                const int tenth = static_cast<int>(done * 10);
+                if (tenth != lastTenth) {
+                    lastTenth = tenth;
+                    // From this thread: the panel queues the lines for the main thread.
+                    const std::string progress = "Reading " + std::to_string(tenth * 10) + "%";
+                    suite->SetTextLines3(progress.c_str(), name.c_str(), "");
+                }
+            }));
+        } catch (const std::exception& failure) {
+            error = failure.what();
+        }
+        QMetaObject::invokeMethod(
+            this, [this, image, error] { FinishRead(image, error); }, Qt::QueuedConnection);
+    });
+}
+
+void MainWindow::FinishRead(std::shared_ptr<LayerImage> image, const std::string& error) {
+    if (reader_.joinable()) {
+        reader_.join();
+    }
+    // Lines that the worker queued come first.
+    qzhost::MainLoop::Get().Drain();
+    if (!image) {
+        qzhost::HostControls::Get().SetAlerts(true, false, false, false);
+        ShowTextLines("Cannot read the image", error, "");
+        hoverShown_ = false;
+        auto* box = new QMessageBox(QMessageBox::Warning, tr("Open Image"),
+                                    QString::fromStdString(error), QMessageBox::Ok, this);
+        box->setObjectName(QStringLiteral("readError"));
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
+        emit readFinished(false);
+        return;
+    }
+    ShowTextLines(kToolHint, image->name, "Read");
+    AddImage(std::move(*image));
+    emit readFinished(true);
+}
+
+void MainWindow::RestoreLayout() {
+    DockLayout::Restore(*this, *docks_, projectDock_);
+    docks_->UpdateAnswers();
+    ScheduleFrame();
+}
+
+void MainWindow::SaveLayout() {
+    DockLayout::Save(*this, *docks_, projectDock_);
+}
+
+void MainWindow::LogReady() {
+    if (log_ == nullptr) {
+        return;
+    }
+    const QRect frame = frameGeometry();
+    const double ratio = devicePixelRatioF();
+    const QPoint canvasAt = canvas_->mapToGlobal(QPoint(0, 0));
+    const CanvasMapping& mapping = canvas_->Mapping();
+    log_->Ready({static_cast<int>(frame.x() * ratio), static_cast<int>(frame.y() * ratio),
+                 static_cast<int>(frame.width() * ratio), static_cast<int>(frame.height() * ratio)},
+                static_cast<int>(canvasAt.x() * ratio) + mapping.OriginX(),
+                static_cast<int>(canvasAt.y() * ratio) + mapping.OriginY(), mapping.Zoom());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!closed_) {
+        closed_ = true;
+        if (reader_.joinable()) {
+            reader_.join();
+        }
+        SaveLayout();
+    }
+    event->accept();
+}
+
+} // namespace qzview

@@ -1,0 +1,81 @@
+// qzview: the reference host's interactive viewer. The images given on the command line
+// are read before any window opens, so that a file that cannot be read ends the run with
+// one line on standard error and status 2. SIGTERM and the Quit command end the run
+// cleanly: the plug-in's death hook runs and the preference file is written.
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QSocketNotifier>
+
+#include "ViewerOptions.h"
+#include "ViewerSession.h"
+#include "qzhost/MainLoop.h"
+
+namespace {
+
+int gSignalPipe[2] = {-1, -1};
+
+void OnTerminate(int) {
+    const char byte = 1;
+    // Only async-signal-safe work here: the event loop reads the pipe.
+    (void)!write(gSignalPipe[1], &byte, 1);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const qzview::ParsedCommandLine parsed = qzview::ParseCommandLine(argc, argv);
+    if (!parsed.options) {
+        (parsed.exitStatus == 0 ? std::cout : std::cerr)
+            << (parsed.exitStatus == 0 ? "" : "qzview: ") << parsed.message
+            << (parsed.exitStatus == 0 ? "" : "\n");
+        return parsed.exitStatus;
+    }
+    const qzview::ViewerOptions& options = *parsed.options;
+
+    qzhost::MainLoop::Get().AdoptCurrentThread();
+    std::vector<qzview::LayerImage> images;
+    for (const std::string& path : options.images) {
+        try {
+            images.push_back(qzview::ReadLayerImage(path));
+        } catch (const std::exception& error) {
+            std::cerr << "qzview: " << error.what() << '\n';
+            return 2;
+        }
+    }
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("qzview"));
+
+    if (socketpair(AF_UNIX, SOCK_STREAM, 0, gSignalPipe) != 0) {
+        std::cerr << "qzview: cannot set up the signal handler\n";
+        return 1;
+    }
+    QSocketNotifier notifier(gSignalPipe[0], QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &app, [] {
+        char byte = 0;
+        (void)!read(gSignalPipe[0], &byte, 1);
+        QApplication::closeAllWindows();
+    });
+    struct sigaction action = {};
+    action.sa_handler = OnTerminate;
+    sigemptyset(&action.sa_mask);
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGINT, &action, nullptr);
+
+    try {
+        qzview::ViewerSession session(options, std::move(images));
+        session.Show();
+        const int status = QApplication::exec();
+        session.Shutdown();
+        return status;
+    } catch (const std::exception& error) {
+        std::cerr << "qzview: " << error.what() << '\n';
+        return 2;
+    }
+}
