@@ -35,7 +35,13 @@ void CanvasMapping::PixelAt(int sx, int sy, int& px, int& py) const noexcept {
 }
 
 void CanvasMapping::ZoomAround(double zoom, int sx, int sy) noexcept {
-    const CompositionPoint fixed = ToComposition(sx, sy);
+    if (!anchored_ || anchorX_ != sx || anchorY_ != sy) {
+        anchor_ = ToComposition(sx, sy);
+        anchorX_ = sx;
+        anchorY_ = sy;
+        anchored_ = true;
+    }
+    const CompositionPoint fixed = anchor_;
     zoom_ = zoom;
     originX_ = static_cast<int>(std::lround(sx + 0.5 - fixed.x * zoom_));
     originY_ = static_cast<int>(std::lround(sy + 0.5 - fixed.y * zoom_));
@@ -56,12 +62,14 @@ void CanvasMapping::Fit(int width, int height, int canvas_width, int canvas_heig
         }
     }
     zoom_ = chosen;
+    anchored_ = false;
     originX_ = static_cast<int>(std::floor((canvas_width - width * zoom_) / 2));
     originY_ = static_cast<int>(std::floor((canvas_height - height * zoom_) / 2));
 }
 
 void CanvasMapping::Actual(int width, int height, int canvas_width, int canvas_height) noexcept {
     zoom_ = 1.0;
+    anchored_ = false;
     originX_ = (canvas_width - width) / 2;
     originY_ = (canvas_height - height) / 2;
 }

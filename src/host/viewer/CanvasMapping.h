@@ -39,9 +39,12 @@ public:
     void SetOrigin(int x, int y) noexcept {
         originX_ = x;
         originY_ = y;
+        anchored_ = false;
     }
     /// Sets the zoom (one of kLevels) keeping the composition point under screen pixel
-    /// `sx`, `sy` where it is, to the nearest whole screen pixel.
+    /// `sx`, `sy` where it is, to the nearest whole screen pixel. Zooming again around the
+    /// same screen pixel keeps the point of the first zoom, so that zooming out and back
+    /// in returns to the same pixel.
     void ZoomAround(double zoom, int sx, int sy) noexcept;
     /// The next level in (`steps` > 0) or out (`steps` < 0), clamped to the levels.
     double Step(int steps) const noexcept;
@@ -55,6 +58,11 @@ private:
     double zoom_ = 1.0;
     int originX_ = 0;
     int originY_ = 0;
+    // The composition point that successive zooms around one screen pixel keep there.
+    bool anchored_ = false;
+    int anchorX_ = 0;
+    int anchorY_ = 0;
+    CompositionPoint anchor_;
 };
 
 } // namespace qzview

@@ -20,6 +20,8 @@ QString ToQString(const kitcore::utility::UTF16String& text) {
 DockWorkspace::DockWorkspace(QMainWindow& window, double scale)
     : QObject(&window), window_(window), scale_(scale) {
     window_.installEventFilter(this);
+    connect(&window_, &QMainWindow::tabifiedDockWidgetActivated, this,
+            [this] { UpdateAnswers(); });
     qzhost::WorkspaceModel::Get().SetWindows(this);
 }
 
@@ -140,7 +142,8 @@ void DockWorkspace::UpdateAnswers(const std::string& tab_type) {
     const bool stacked = !dock->isFloating() && !window_.tabifiedDockWidgets(dock).isEmpty();
     // A dock behind another tab of its group is not visible on the screen; a dock alone
     // is the front tab of its frame.
-    const bool front = !stacked || dock->isVisible();
+    // (Qt keeps a tab behind others visible, with nothing of it on the screen.)
+    const bool front = !stacked || !dock->visibleRegion().isEmpty();
     const qzhost::TabState before = qzhost::WorkspaceModel::Get().State(tab_type);
     qzhost::WorkspaceModel::Get().SetAnswers(tab_type, open, front, stacked);
     if (!before.Visible() && qzhost::WorkspaceModel::Get().State(tab_type).Visible() &&

@@ -10,13 +10,13 @@
 namespace qzview {
 
 namespace {
-/// Rows read at a time: enough for a progress step, small enough to report often.
+/// Rows turned into working values at a time.
 constexpr int kBand = 64;
 } // namespace
 
 LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress) {
     try {
-        const qzhost::pixelview::PixelViewImage image(path);
+        qzhost::pixelview::PixelViewImage image(path);
         LayerImage layer;
         layer.path = path;
         layer.name = std::filesystem::path(path).filename().string();
@@ -26,13 +26,11 @@ LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress)
         layer.height = image.Height();
         layer.depth = image.ProjectDepth();
         layer.rgba.resize(static_cast<std::size_t>(layer.width) * layer.height * 4);
+        image.ReadAllPixels(progress);
         for (int row = 0; row < layer.height; row += kBand) {
             const int rows = std::min(kBand, layer.height - row);
             image.ReadRowsRGBA(image.Y0() + row, rows,
                                layer.rgba.data() + static_cast<std::size_t>(row) * layer.width * 4);
-            if (progress) {
-                progress(static_cast<double>(row + rows) / layer.height);
-            }
         }
         return layer;
     } catch (const qzhost::pixelview::PixelViewError& error) {

@@ -29,8 +29,8 @@ struct LayerImage {
 using ReadProgress = std::function<void(double done)>;
 
 /// Reads `path` with OpenImageIO (any thread). Throws std::runtime_error with a one-line
-/// message when the file cannot be read; `progress` (when set) is called after each band
-/// of rows.
+/// message when the file cannot be read; `progress` (when set) is called as the reader
+/// goes, ending with 1.
 LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress = {});
 
 } // namespace qzview

@@ -378,7 +378,7 @@ void MainWindow::FinishRead(std::shared_ptr<LayerImage> image, const std::string
         emit readFinished(false);
         return;
     }
-    ShowTextLines(kToolHint, image->name, "Read");
+    // The worker's last progress lines ("Reading 100%") stay until the pointer moves.
     AddImage(std::move(*image));
     emit readFinished(true);
 }

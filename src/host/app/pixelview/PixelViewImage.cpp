@@ -293,6 +293,39 @@ PixelARGB PixelViewImage::PixelAt(int x, int y) const {
             values[static_cast<std::size_t>(blue_)]};
 }
 
+namespace {
+
+bool ReportProgress(void* opaque, float done) {
+    const auto& progress = *static_cast<const std::function<void(double)>*>(opaque);
+    if (progress) {
+        progress(static_cast<double>(done));
+    }
+    return false; // never cancelled
+}
+
+} // namespace
+
+void PixelViewImage::ReadAllPixels(const std::function<void(double)>& progress) {
+    Reader& reader = *reader_;
+    std::string message;
+    {
+        const LibraryMessages::Trap trap(reader.messages);
+        auto callback = progress;
+        if (!reader.buffer->read(0, 0, /*force=*/true, OIIO::TypeDesc::UNKNOWN, &ReportProgress,
+                                 &callback)) {
+            message = FirstLine(reader.buffer->geterror());
+            (void)OIIO::geterror();
+        }
+    }
+    if (!message.empty()) {
+        throw BadRequest(WithLibraryWords("cannot read the pixels of '" + path_ + "': " + message,
+                                          reader.messages.Take()));
+    }
+    if (progress) {
+        progress(1.0);
+    }
+}
+
 void PixelViewImage::ReadRowsRGBA(int y, int rows, float* out) const {
     std::vector<float> values;
     ReadValues(x0_, x0_ + width_, y, y + rows, values);

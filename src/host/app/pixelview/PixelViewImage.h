@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -53,6 +54,11 @@ public:
     /// the file keeps unassociated is not multiplied in. Throws BadRequest when the
     /// pixels cannot be read.
     PixelARGB PixelAt(int x, int y) const;
+
+    /// Reads every pixel of the image into memory at once (rather than a band at a time
+    /// through the image cache), calling `progress` with the share done (0 to 1) as the
+    /// reader goes; for reading whole images. Throws BadRequest when it cannot.
+    void ReadAllPixels(const std::function<void(double)>& progress);
 
     /// Rows `y` to `y + rows - 1` (inside the image), every column, as red, green, blue,
     /// alpha floats per pixel into `out` (4 x Width() x rows values), by the same rule as

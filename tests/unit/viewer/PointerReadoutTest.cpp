@@ -1,0 +1,154 @@
+// Moving the pointer over the composition: the Info panel shows the pixel under it, at
+// every zoom, and that pixel is the one drawn under the pointer.
+#include <cmath>
+#include <cstdio>
+
+#include <QDoubleSpinBox>
+
+#include <OpenImageIO/imageio.h>
+
+#include "ViewerHarness.h"
+
+namespace qzviewtest {
+namespace {
+
+class PointerReadoutTest : public ViewerHarness {};
+
+/// The pixel of a sample as floats (alpha 1 when it has none), read with OpenImageIO's
+/// image reader on its own.
+std::array<float, 4> SamplePixel(const char* name, int x, int y) {
+    auto input = OIIO::ImageInput::open(Sample(name));
+    EXPECT_TRUE(input) << OIIO::geterror();
+    const OIIO::ImageSpec& spec = input->spec();
+    std::vector<float> pixels(static_cast<std::size_t>(spec.width) * spec.height * spec.nchannels);
+    EXPECT_TRUE(input->read_image(0, 0, 0, spec.nchannels, OIIO::TypeDesc::FLOAT, pixels.data()));
+    std::array<float, 4> pixel{0, 0, 0, 1};
+    const std::size_t at = (static_cast<std::size_t>(y) * spec.width + x) * spec.nchannels;
+    for (int c = 0; c < std::min(4, spec.nchannels); ++c) {
+        pixel[static_cast<std::size_t>(c)] = pixels[at + static_cast<std::size_t>(c)];
+    }
+    return pixel;
+}
+
+/// The chart's pixel in 8-bit codes.
+std::array<int, 4> ChartPixel(int x, int y) {
+    const std::array<float, 4> values = SamplePixel("chart.png", x, y);
+    std::array<int, 4> codes{};
+    for (std::size_t c = 0; c < 4; ++c) {
+        codes[c] = static_cast<int>(std::lround(values[c] * 255.0f));
+    }
+    return codes;
+}
+
+TEST_F(PointerReadoutTest, PanelShowsThePixelUnderThePointerAtEveryZoom) {
+    Start();
+    for (double zoom : {0.5, 1.0, 2.0, 3.0, 8.0}) {
+        Canvas().ZoomTo(zoom);
+        Settle();
+        const int ox = Canvas().Mapping().OriginX();
+        const int oy = Canvas().Mapping().OriginY();
+        ASSERT_EQ(Canvas().Mapping().Zoom(), zoom);
+        const QImage drawn = Canvas().grab().toImage();
+        // Screen pixels spread over the canvas; those that show the composition count.
+        const int w = Canvas().width();
+        const int h = Canvas().height();
+        int checked = 0;
+        for (const auto& [sx, sy] : std::vector<std::pair<int, int>>{
+                 {w / 2, h / 2}, {w / 3, h / 4}, {w / 2 + 37, h / 2 - 29}, {ox + 1, oy + 1},
+                 {w / 2 - 53, h / 2 + 41}}) {
+            const int x = static_cast<int>(std::floor((sx - ox + 0.5) / zoom));
+            const int y = static_cast<int>(std::floor((sy - oy + 0.5) / zoom));
+            if (x < 0 || y < 0 || x >= 240 || y >= 160 || sx < 0 || sy < 0 || sx >= w || sy >= h) {
+                continue;
+            }
+            ++checked;
+            MoveTo(sx, sy);
+            const auto snapshot = Snapshot();
+            const std::array<int, 4> codes = ChartPixel(x, y);
+            SCOPED_TRACE("zoom " + std::to_string(zoom) + " pixel " + std::to_string(x) + "," +
+                         std::to_string(y));
+            EXPECT_EQ(Text(snapshot, 7), std::to_string(codes[0]));
+            EXPECT_EQ(Text(snapshot, 8), std::to_string(codes[1]));
+            EXPECT_EQ(Text(snapshot, 9), std::to_string(codes[2]));
+            EXPECT_EQ(Text(snapshot, 10), std::to_string(codes[3]));
+            EXPECT_EQ(Text(snapshot, 15), std::to_string(x));
+            EXPECT_EQ(Text(snapshot, 16), std::to_string(y));
+            // The chart is opaque and 8-bit: the canvas shows its codes as they are.
+            const QRgb shown = drawn.pixel(sx, sy);
+            EXPECT_EQ(qRed(shown), codes[0]);
+            EXPECT_EQ(qGreen(shown), codes[1]);
+            EXPECT_EQ(qBlue(shown), codes[2]);
+        }
+        EXPECT_GE(checked, 3) << "zoom " << zoom;
+    }
+}
+
+TEST_F(PointerReadoutTest, OriginGivesRelativePositions) {
+    Start();
+    Canvas().ZoomTo(1.0);
+    Settle();
+    const int ox = Canvas().Mapping().OriginX();
+    const int oy = Canvas().Mapping().OriginY();
+    Window().SetOrigin(qzview::CompositionPoint{10.5, 20.5});
+    MoveTo(ox + 50, oy + 70);
+    const auto snapshot = Snapshot();
+    EXPECT_EQ(Text(snapshot, 15), "50");
+    EXPECT_EQ(Text(snapshot, 16), "70");
+    EXPECT_TRUE(Visible(snapshot, 17));
+    EXPECT_EQ(Text(snapshot, 17), "40");
+    EXPECT_EQ(Text(snapshot, 18), "50");
+    Window().SetOrigin(std::nullopt);
+    Settle();
+    EXPECT_FALSE(Visible(Snapshot(), 17));
+}
+
+TEST_F(PointerReadoutTest, OutsideTheCompositionIsTransparentBlack) {
+    Start();
+    Canvas().ZoomTo(1.0);
+    Settle();
+    MoveTo(Canvas().Mapping().OriginX() - 5, Canvas().Mapping().OriginY() + 10);
+    const auto snapshot = Snapshot();
+    // A fully transparent pixel shows its alpha and no colour.
+    EXPECT_EQ(Text(snapshot, 7), "");
+    EXPECT_EQ(Text(snapshot, 9), "");
+    EXPECT_EQ(Text(snapshot, 10), "0");
+    EXPECT_EQ(Text(snapshot, 15), "-5");
+    // Over no image the host writes only its tool hint.
+    EXPECT_EQ(Text(snapshot, 20), "Ctrl+click: set origin");
+    EXPECT_EQ(Text(snapshot, 21), "");
+}
+
+TEST_F(PointerReadoutTest, FloatProjectShowsWorkingValuesNotDisplayedOnes) {
+    Start({Sample("chart.exr")});
+    EXPECT_EQ(Window().ProjectDepth(), 2);
+    Canvas().ZoomTo(1.0);
+    Settle();
+    MoveTo(Canvas().Mapping().OriginX() + 5, Canvas().Mapping().OriginY() + 5);
+    const auto before = Snapshot();
+    // The exposure changes what the canvas shows, never what the panel reads.
+    Window().findChild<QDoubleSpinBox*>("exposure")->setValue(3.0);
+    MoveTo(Canvas().Mapping().OriginX() + 5, Canvas().Mapping().OriginY() + 5);
+    const auto after = Snapshot();
+    for (int id = 7; id <= 10; ++id) {
+        EXPECT_EQ(Text(before, id), Text(after, id));
+    }
+    const std::array<float, 4> values = SamplePixel("chart.exr", 5, 5);
+    // The float notation of the automatic mode shows the value with four decimals.
+    char expected[32];
+    std::snprintf(expected, sizeof expected, "%.4f", static_cast<double>(values[0]));
+    EXPECT_EQ(Text(after, 7), expected);
+}
+
+TEST_F(PointerReadoutTest, ProjectMenuDepthDrivesTheAutomaticNotation) {
+    Start();
+    Canvas().ZoomTo(1.0);
+    Settle();
+    MoveTo(Canvas().Mapping().OriginX() + 5, Canvas().Mapping().OriginY() + 5);
+    EXPECT_EQ(Text(Snapshot(), 7), "255");
+    Window().SetProjectDepth(1);
+    Settle();
+    EXPECT_EQ(Text(Snapshot(), 7), "32768");
+}
+
+} // namespace
+} // namespace qzviewtest

@@ -1,0 +1,99 @@
+// A viewer session on the bundled chart for a widget test: its own preference file, the
+// window shown on the offscreen platform, and ways to move the pointer and read the
+// Info panel as the host script's snapshot shows it. A test fails when the host recorded
+// a violation of its contract during it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QMouseEvent>
+
+#include "CanvasView.h"
+#include "TempFolder.h"
+#include "ViewerSession.h"
+#include "qzhost/HostControls.h"
+#include "script/Json.h"
+
+namespace qzviewtest {
+
+inline std::string Sample(const char* name) {
+    return std::string(QZ_SOURCE_DIR) + "/samples/" + name;
+}
+
+class ViewerHarness : public ::testing::Test {
+protected:
+    ViewerHarness() : folder_("qzview-test") {}
+
+    void TearDown() override {
+        session_.reset();
+        EXPECT_EQ(qzhost::HostControls::Get().Violations(), std::vector<std::string>())
+            << "the host recorded contract violations";
+    }
+
+    std::string PrefsPath() const { return (folder_.Path() / "preferences.txt").string(); }
+
+    /// Starts a session on `images` with this test's preference file.
+    void Start(std::vector<std::string> images = {Sample("chart.png")}, double scale = 1.0) {
+        if (session_) {
+            // The next session resets the host's records: check this one's first.
+            Stop();
+            EXPECT_EQ(qzhost::HostControls::Get().Violations(), std::vector<std::string>());
+        }
+        qzview::ViewerOptions options;
+        options.images = images;
+        options.prefs = PrefsPath();
+        options.plugin = QZ_INFOPAL_LIBRARY;
+        options.scale = scale;
+        options.geometry = QRect(0, 0, 1000, 640);
+        std::vector<qzview::LayerImage> layers;
+        for (const std::string& path : images) {
+            layers.push_back(qzview::ReadLayerImage(path));
+        }
+        session_ = std::make_unique<qzview::ViewerSession>(options, std::move(layers));
+        session_->Window().show();
+        Settle();
+    }
+    void Stop() { session_.reset(); }
+
+    qzview::MainWindow& Window() { return session_->Window(); }
+    qzview::CanvasView& Canvas() { return Window().Canvas(); }
+
+    /// Lets Qt handle what is queued, then runs the viewer's frame.
+    void Settle() {
+        for (int i = 0; i < 3; ++i) {
+            QApplication::processEvents();
+        }
+        Window().RunFrame();
+        QApplication::processEvents();
+    }
+
+    /// Moves the pointer to canvas pixel `x`, `y` and lets the frame run.
+    void MoveTo(int x, int y) {
+        const QPointF local(x, y);
+        QMouseEvent move(QEvent::MouseMove, local, Canvas().mapToGlobal(local), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&Canvas(), &move);
+        Settle();
+    }
+
+    qzhost::script::Json Snapshot() { return session_->Host().Run({{"op", "snapshot"}}); }
+
+    /// The text of control `id` of the panel's snapshot.
+    static std::string Text(const qzhost::script::Json& snapshot, int id) {
+        const auto& control = snapshot.at("controls").at(static_cast<std::size_t>(id));
+        return control.value("text", std::string("<no text>"));
+    }
+    static bool Visible(const qzhost::script::Json& snapshot, int id) {
+        return snapshot.at("controls").at(static_cast<std::size_t>(id)).value("visible", false);
+    }
+
+    qztest::TempFolder folder_;
+    std::unique_ptr<qzview::ViewerSession> session_;
+};
+
+} // namespace qzviewtest
