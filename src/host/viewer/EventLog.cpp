@@ -14,21 +14,33 @@ void EventLog::Write() {
     line_.Clear();
 }
 
-void EventLog::Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom) {
-    line_.Append("{\"event\":\"ready\",\"window\":[");
-    for (std::size_t i = 0; i < window.size(); ++i) {
+void EventLog::AppendRect(const std::array<int, 4>& rect) {
+    line_.Append('[');
+    for (std::size_t i = 0; i < rect.size(); ++i) {
         if (i > 0) {
             line_.Append(',');
         }
-        line_.Append(std::to_string(window[i]));
+        line_.Append(std::to_string(rect[i]));
     }
-    line_.Append("],\"canvas\":[");
+    line_.Append(']');
+}
+
+void EventLog::Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom,
+                     const std::optional<std::array<int, 4>>& panel) {
+    line_.Append("{\"event\":\"ready\",\"window\":");
+    AppendRect(window);
+    line_.Append(",\"canvas\":[");
     line_.Append(std::to_string(canvas_x));
     line_.Append(',');
     line_.Append(std::to_string(canvas_y));
     line_.Append(',');
     qzhost::pixelview::AppendNumberOut(zoom, line_);
-    line_.Append("]}");
+    line_.Append(']');
+    if (panel) {
+        line_.Append(",\"panel\":");
+        AppendRect(*panel);
+    }
+    line_.Append('}');
     Write();
 }
 

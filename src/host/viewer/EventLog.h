@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <optional>
 
 #include "pixelview/PanelReader.h"
 #include "pixelview/PanelState.h"
@@ -15,15 +16,19 @@ class EventLog {
 public:
     explicit EventLog(std::FILE* out) : out_(out) {}
 
-    /// {"event":"ready","window":[x,y,w,h],"canvas":[x,y,zoom]}: where the window and
-    /// the composition lie on the screen, in screen pixels.
-    void Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom);
+    /// {"event":"ready","window":[x,y,w,h],"canvas":[x,y,zoom],"panel":[x,y,w,h]}: where
+    /// the window, the composition and the Info panel's widget lie on the screen, in
+    /// screen pixels; "panel" only while the Info panel is open.
+    void Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom,
+               const std::optional<std::array<int, 4>>& panel);
     /// {"event":"panel", ...}: the Info panel as the host script's snapshot shows it.
     void Panel();
     /// {"event":NAME} followed by `members` (already JSON, starting with a comma, or empty).
     void Event(const char* name, std::string_view members = {});
 
 private:
+    /// Appends "[x,y,w,h]".
+    void AppendRect(const std::array<int, 4>& rect);
     void Write();
 
     std::FILE* out_;

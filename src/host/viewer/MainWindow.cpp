@@ -401,10 +401,21 @@ void MainWindow::LogReady() {
     const double ratio = devicePixelRatioF();
     const QPoint canvasAt = canvas_->mapToGlobal(QPoint(0, 0));
     const CanvasMapping& mapping = canvas_->Mapping();
+    // The Info panel's widget, so that a program driving the viewer finds its controls
+    // (whose bounds the panel events give in panel units) on the screen.
+    std::optional<std::array<int, 4>> panel;
+    if (const PanelWidget* widget = docks_->Panel(kInfoTabType);
+        widget != nullptr && widget->isVisible()) {
+        const QPoint panelAt = widget->mapToGlobal(QPoint(0, 0));
+        panel = std::array<int, 4>{static_cast<int>(panelAt.x() * ratio),
+                                   static_cast<int>(panelAt.y() * ratio),
+                                   static_cast<int>(std::lround(widget->width() * ratio)),
+                                   static_cast<int>(std::lround(widget->height() * ratio))};
+    }
     log_->Ready({static_cast<int>(frame.x() * ratio), static_cast<int>(frame.y() * ratio),
                  static_cast<int>(frame.width() * ratio), static_cast<int>(frame.height() * ratio)},
                 static_cast<int>(canvasAt.x() * ratio) + mapping.OriginX(),
-                static_cast<int>(canvasAt.y() * ratio) + mapping.OriginY(), mapping.Zoom());
+                static_cast<int>(canvasAt.y() * ratio) + mapping.OriginY(), mapping.Zoom(), panel);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -72,9 +72,11 @@ void PanelWidget::FollowMinimumSize() {
     }
     MinimumSize size;
     describable->UI_Describe(size);
+    // The panel answers in device pixels: its layout size already multiplied by the scale
+    // of its controls, which is the UI scale.
     const double ratio = devicePixelRatioF();
-    const QSize minimum(static_cast<int>(std::ceil(size.width * scale_ / ratio)),
-                        static_cast<int>(std::ceil(size.height * scale_ / ratio)));
+    const QSize minimum(static_cast<int>(std::ceil(size.width / ratio)),
+                        static_cast<int>(std::ceil(size.height / ratio)));
     if (minimum != minimumSize()) {
         setMinimumSize(minimum);
     }

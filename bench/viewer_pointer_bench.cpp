@@ -1,0 +1,174 @@
+// What one pointer move costs in the viewer, from the mouse event to the Info panel's
+// pixels: a move event sent to the canvas, the frame that delivers the pixel under the
+// pointer through suite slot 4 and draws what the panel marked invalid with the host's
+// toolkit at UI scale 2, and the repaint of that region of the panel widget, run at once
+// instead of waiting for the event loop. Qt runs on its offscreen platform, so no display
+// is needed. The pointer alternates between two patches of the sample chart, so every
+// move changes the panel's values and its swatch.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QWindow>
+
+#include "CanvasView.h"
+#include "DockWorkspace.h"
+#include "PanelWidget.h"
+#include "ViewerSession.h"
+#include "qzhost/MainLoop.h"
+#include "script/ScriptSession.h"
+
+namespace {
+
+/// The viewer with the sample chart open and its Info panel on the (offscreen) screen.
+class ViewerFixture {
+public:
+    ViewerFixture() : folder_(MakeFolder()) {
+        qzhost::MainLoop::Get().AdoptCurrentThread();
+        qzview::ViewerOptions options;
+        options.images = {QZ_SOURCE_DIR "/samples/chart.png"};
+        options.geometry = QRect(0, 0, 1000, 600);
+        options.scale = 2.0;
+        options.prefs = (folder_ / "preferences.txt").string();
+        std::vector<qzview::LayerImage> images;
+        images.push_back(qzview::ReadLayerImage(options.images.front()));
+        session_ = std::make_unique<qzview::ViewerSession>(options, std::move(images));
+        session_->Show();
+        // Until the window is exposed and the ready poll has run its first frame.
+        QWindow* handle = nullptr;
+        for (int round = 0; round < 1000; ++round) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+            handle = session_->Window().windowHandle();
+            if (handle != nullptr && handle->isExposed() && Panel() != nullptr) {
+                break;
+            }
+        }
+        if (handle == nullptr || !handle->isExposed() || Panel() == nullptr) {
+            std::fprintf(stderr, "viewer_pointer_bench: the viewer's Info panel did not show\n");
+            std::abort();
+        }
+        QCoreApplication::processEvents();
+    }
+
+    ~ViewerFixture() {
+        session_->Shutdown();
+        session_.reset();
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    ViewerFixture(const ViewerFixture&) = delete;
+    ViewerFixture& operator=(const ViewerFixture&) = delete;
+
+    qzview::MainWindow& Window() { return session_->Window(); }
+    qzview::PanelWidget* Panel() {
+        return session_->Window().Docks().Panel(qzhost::script::kInfoTabType);
+    }
+
+    /// The canvas point (logical coordinates) at the centre of composition pixel `x`, `y`.
+    QPointF CanvasPointOf(int x, int y) {
+        qzview::CanvasView& canvas = Window().Canvas();
+        const qzview::CanvasMapping& mapping = canvas.Mapping();
+        const double ratio = canvas.devicePixelRatioF();
+        const double sx = mapping.OriginX() + std::floor((x + 0.5) * mapping.Zoom());
+        const double sy = mapping.OriginY() + std::floor((y + 0.5) * mapping.Zoom());
+        return QPointF((sx + 0.5) / ratio, (sy + 0.5) / ratio);
+    }
+
+private:
+    static std::filesystem::path MakeFolder() {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "viewer_pointer_bench.XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            std::abort();
+        }
+        return pattern;
+    }
+
+    std::filesystem::path folder_;
+    std::unique_ptr<qzview::ViewerSession> session_;
+};
+
+/// Moves the pointer to `at` on the canvas and brings the move to the panel's pixels.
+void MoveAndPaint(qzview::MainWindow& window, QPointF at) {
+    qzview::CanvasView& canvas = window.Canvas();
+    QMouseEvent move(QEvent::MouseMove, at, canvas.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(&canvas, &move);
+    window.RunFrame();
+    // The panel asked Qt to repaint the rectangles that it drew again; the repaint runs now.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+}
+
+void PointerMove(benchmark::State& state) {
+    ViewerFixture viewer;
+    qzview::MainWindow& window = viewer.Window();
+    qzview::PanelWidget& panel = *viewer.Panel();
+    // Two patches of the chart: red (column 0, row 0) and orange (column 5, row 1).
+    const QPointF points[2] = {viewer.CanvasPointOf(20, 20), viewer.CanvasPointOf(220, 60)};
+    for (int i = 0; i < 16; ++i) {
+        MoveAndPaint(window, points[i % 2]);
+    }
+    const std::uint64_t repaints = panel.Repaints();
+    std::size_t i = 0;
+    for (auto _ : state) {
+        MoveAndPaint(window, points[i % 2]);
+        ++i;
+    }
+    const std::uint64_t painted = panel.Repaints() - repaints;
+    // Every move changes the panel, so every move must reach its pixels.
+    if (painted < static_cast<std::uint64_t>(state.iterations())) {
+        state.SkipWithError("the panel was not repainted on every move");
+    }
+    state.counters["panel_repaints_per_move"] =
+        static_cast<double>(painted) / static_cast<double>(state.iterations());
+}
+
+// The same moves up to the panel's kept image (the frame: delivery and the toolkit's
+// drawing of what changed), with the repaint of the widget outside the timing.
+void PointerMoveWithoutRepaint(benchmark::State& state) {
+    ViewerFixture viewer;
+    qzview::MainWindow& window = viewer.Window();
+    const QPointF points[2] = {viewer.CanvasPointOf(20, 20), viewer.CanvasPointOf(220, 60)};
+    for (int i = 0; i < 16; ++i) {
+        MoveAndPaint(window, points[i % 2]);
+    }
+    std::size_t i = 0;
+    for (auto _ : state) {
+        qzview::CanvasView& canvas = window.Canvas();
+        const QPointF at = points[i % 2];
+        QMouseEvent move(QEvent::MouseMove, at, canvas.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&canvas, &move);
+        window.RunFrame();
+        state.PauseTiming();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+        state.ResumeTiming();
+        ++i;
+    }
+}
+
+} // namespace
+
+BENCHMARK(PointerMoveWithoutRepaint)->Name("viewer_pointer_move_to_panel_image_scale2");
+BENCHMARK(PointerMove)->Name("viewer_pointer_move_to_panel_pixels_scale2");
+
+int main(int argc, char** argv) {
+    // Before the QApplication: no display is needed.
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
