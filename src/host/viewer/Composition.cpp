@@ -11,16 +11,16 @@ namespace qzview {
 namespace {
 
 OIIO::ImageSpec RgbaSpec(int width, int height) {
-    OIIO::ImageSpec spec(width, height, 4, OIIO::TypeDesc::FLOAT);
-    spec.alpha_channel = 3;
-    return spec;
+    OIIO::ImageSpec format(width, height, 4, OIIO::TypeDesc::FLOAT);
+    format.alpha_channel = 3;
+    return format;
 }
 
 /// `layer` in a composition-sized buffer, at the top-left corner, transparent black
 /// where it does not reach; colour multiplied by alpha, as `over` takes it.
 OIIO::ImageBuf Premultiplied(LayerImage& layer, int width, int height) {
-    OIIO::ImageSpec spec = RgbaSpec(layer.width, layer.height);
-    OIIO::ImageBuf source(spec, layer.rgba.data());
+    OIIO::ImageSpec header = RgbaSpec(layer.width, layer.height);
+    OIIO::ImageBuf source(header, layer.rgba.data());
     OIIO::ImageBuf placed(RgbaSpec(width, height));
     OIIO::ImageBufAlgo::zero(placed);
     OIIO::ImageBufAlgo::paste(

@@ -20,8 +20,7 @@ QString ToQString(const kitcore::utility::UTF16String& text) {
 DockWorkspace::DockWorkspace(QMainWindow& window, double scale)
     : QObject(&window), window_(window), scale_(scale) {
     window_.installEventFilter(this);
-    connect(&window_, &QMainWindow::tabifiedDockWidgetActivated, this,
-            [this] { UpdateAnswers(); });
+    connect(&window_, &QMainWindow::tabifiedDockWidgetActivated, this, [this] { UpdateAnswers(); });
     qzhost::WorkspaceModel::Get().SetWindows(this);
 }
 

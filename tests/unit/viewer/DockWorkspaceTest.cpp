@@ -1,8 +1,8 @@
 // The Info dock as the host's docking workspace: the Window menu's command, the dock's
 // flyout menu, tabbing, hiding and showing, and the layout kept across runs.
 #include <fstream>
-#include <thread>
 #include <sstream>
+#include <thread>
 
 #include <QAction>
 #include <QDockWidget>
@@ -176,7 +176,8 @@ TEST_F(DockWorkspaceTest, PanelDrawnPieceByPieceEqualsAWholeDrawing) {
     int differing = 0;
     for (int y = 0; y < whole.Height(); ++y) {
         for (int x = 0; x < whole.Width(); ++x) {
-            const std::uint32_t expected = whole.Pixels()[static_cast<std::size_t>(y) * whole.Width() + x];
+            const std::uint32_t expected =
+                whole.Pixels()[static_cast<std::size_t>(y) * whole.Width() + x];
             differing += kept.pixel(x, y) != expected ? 1 : 0;
         }
     }

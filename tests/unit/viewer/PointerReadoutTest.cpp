@@ -19,12 +19,13 @@ class PointerReadoutTest : public ViewerHarness {};
 std::array<float, 4> SamplePixel(const char* name, int x, int y) {
     auto input = OIIO::ImageInput::open(Sample(name));
     EXPECT_TRUE(input) << OIIO::geterror();
-    const OIIO::ImageSpec& spec = input->spec();
-    std::vector<float> pixels(static_cast<std::size_t>(spec.width) * spec.height * spec.nchannels);
-    EXPECT_TRUE(input->read_image(0, 0, 0, spec.nchannels, OIIO::TypeDesc::FLOAT, pixels.data()));
+    const OIIO::ImageSpec header = input->spec_dimensions(0);
+    const int channels = input->spec_dimensions(0).nchannels;
+    std::vector<float> pixels(static_cast<std::size_t>(header.width) * header.height * channels);
+    EXPECT_TRUE(input->read_image(0, 0, 0, channels, OIIO::TypeDesc::FLOAT, pixels.data()));
     std::array<float, 4> pixel{0, 0, 0, 1};
-    const std::size_t at = (static_cast<std::size_t>(y) * spec.width + x) * spec.nchannels;
-    for (int c = 0; c < std::min(4, spec.nchannels); ++c) {
+    const std::size_t at = (static_cast<std::size_t>(y) * header.width + x) * channels;
+    for (int c = 0; c < std::min(4, channels); ++c) {
         pixel[static_cast<std::size_t>(c)] = pixels[at + static_cast<std::size_t>(c)];
     }
     return pixel;
@@ -53,9 +54,11 @@ TEST_F(PointerReadoutTest, PanelShowsThePixelUnderThePointerAtEveryZoom) {
         const int w = Canvas().width();
         const int h = Canvas().height();
         int checked = 0;
-        for (const auto& [sx, sy] : std::vector<std::pair<int, int>>{
-                 {w / 2, h / 2}, {w / 3, h / 4}, {w / 2 + 37, h / 2 - 29}, {ox + 1, oy + 1},
-                 {w / 2 - 53, h / 2 + 41}}) {
+        for (const auto& [sx, sy] : std::vector<std::pair<int, int>>{{w / 2, h / 2},
+                                                                     {w / 3, h / 4},
+                                                                     {w / 2 + 37, h / 2 - 29},
+                                                                     {ox + 1, oy + 1},
+                                                                     {w / 2 - 53, h / 2 + 41}}) {
             const int x = static_cast<int>(std::floor((sx - ox + 0.5) / zoom));
             const int y = static_cast<int>(std::floor((sy - oy + 0.5) / zoom));
             if (x < 0 || y < 0 || x >= 240 || y >= 160 || sx < 0 || sy < 0 || sx >= w || sy >= h) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "inkwell/CairoSurface.h"
 #include "kitui/inkwell/Inkwell.h"
 
 namespace kitui::ui {
@@ -283,7 +284,12 @@ void UI_Node::UI_DrawChildren(kitui::inkwell::Inkwell* ink) {
         surface.BeginDrawing();
         surface.Translate(bounds.x, bounds.y);
         UI_ClipToRect(child->UI_GetLocalRectF(), ink);
-        child->UI_Draw(ink);
+        // On the screen's drawing surface, a child outside the area being redrawn is left
+        // out: drawing it (shaping its text) would change no pixel.
+        const auto* cairo = dynamic_cast<const qzhost::inkwell::CairoSurface*>(&surface);
+        if (cairo == nullptr || !cairo->ClipIsEmpty()) {
+            child->UI_Draw(ink);
+        }
         surface.EndDrawing();
     }
 }

@@ -33,6 +33,15 @@ void CairoSurface::BeginDrawing() {
     ++depth_;
 }
 
+bool CairoSurface::ClipIsEmpty() const {
+    double x1 = 0;
+    double y1 = 0;
+    double x2 = 0;
+    double y2 = 0;
+    cairo_clip_extents(cr_, &x1, &y1, &x2, &y2);
+    return !(x1 < x2 && y1 < y2);
+}
+
 void CairoSurface::EndDrawing() {
     // An unmatched close would put the Cairo context in an error state for good.
     if (depth_ == 0) {

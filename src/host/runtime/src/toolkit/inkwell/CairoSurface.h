@@ -18,6 +18,9 @@ public:
 
     void BeginDrawing() override;
     void EndDrawing() override;
+    /// Whether the current clip leaves nothing to draw into: a node whose rectangle lies
+    /// outside the area being redrawn need not be drawn at all.
+    bool ClipIsEmpty() const;
     void SetAntialiasing(int on) override;
     int GetAntialiasing() const override;
     kitui::inkwell::Transform GetTransform() const override;
