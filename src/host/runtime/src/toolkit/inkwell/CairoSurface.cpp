@@ -25,7 +25,18 @@ CairoSurface::~CairoSurface() {
     while (depth_ > 0) {
         EndDrawing();
     }
+    ForgetLayouts();
+    if (pango_ != nullptr) {
+        g_object_unref(pango_);
+    }
     cairo_destroy(cr_);
+}
+
+void CairoSurface::ForgetLayouts() noexcept {
+    for (auto& [key, kept] : layouts_) {
+        g_object_unref(kept.layout);
+    }
+    layouts_.clear();
 }
 
 void CairoSurface::BeginDrawing() {
@@ -124,18 +135,58 @@ void CairoSurface::StrokePath(const kitui::inkwell::PathRef& path,
     cairo_stroke(cr_);
 }
 
+namespace {
+
+/// Layouts kept per surface before the oldest are let go (all at once: the texts of a
+/// panel fit many times over).
+constexpr std::size_t kMaxKeptLayouts = 512;
+
+void SetFontOptions(PangoContext* context, bool antialias) {
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_antialias(options,
+                                     antialias ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    pango_cairo_context_set_font_options(context, options);
+    cairo_font_options_destroy(options);
+}
+
+} // namespace
+
 PangoLayout* CairoSurface::MakeLayout(const kitcore::utility::UTF16String& text,
                                       const kitui::inkwell::TextStyle& style) {
-    PangoLayout* layout = pango_cairo_create_layout(cr_);
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_antialias(options, ToolkitSettings::Get().TextAntialiasing()
-                                                  ? CAIRO_ANTIALIAS_GRAY
-                                                  : CAIRO_ANTIALIAS_NONE);
-    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-    pango_cairo_context_set_font_options(pango_layout_get_context(layout), options);
-    cairo_font_options_destroy(options);
-    pango_layout_context_changed(layout);
+    const bool antialias = ToolkitSettings::Get().TextAntialiasing();
+    if (pango_ == nullptr) {
+        pango_ = pango_cairo_create_context(cr_);
+        antialias_ = antialias;
+        SetFontOptions(pango_, antialias_);
+    } else if (antialias != antialias_) {
+        antialias_ = antialias;
+        SetFontOptions(pango_, antialias_);
+    }
+    // The transform (its scale; translations do not matter to shaping) and the target.
+    pango_cairo_update_context(cr_, pango_);
 
+    std::string key = qzhost::strings::Utf16ToUtf8(std::u16string_view(text.data(), text.size()));
+    const std::size_t textSize = key.size();
+    key.push_back('\0');
+    key.push_back(style.bold ? 'b' : 'n');
+    key.push_back(style.underline ? 'u' : 'n');
+    key.append(reinterpret_cast<const char*>(&style.size), sizeof style.size);
+
+    const guint serial = pango_context_get_serial(pango_);
+    auto found = layouts_.find(key);
+    if (found != layouts_.end()) {
+        if (found->second.serial != serial) {
+            pango_layout_context_changed(found->second.layout);
+            found->second.serial = serial;
+        }
+        return found->second.layout;
+    }
+    if (layouts_.size() >= kMaxKeptLayouts) {
+        ForgetLayouts();
+    }
+
+    PangoLayout* layout = pango_layout_new(pango_);
     PangoFontDescription* font = pango_font_description_new();
     pango_font_description_set_family(font, kFontFamily);
     pango_font_description_set_weight(font, style.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
@@ -144,15 +195,14 @@ PangoLayout* CairoSurface::MakeLayout(const kitcore::utility::UTF16String& text,
     pango_font_description_free(font);
 
     pango_layout_set_single_paragraph_mode(layout, TRUE);
-    const std::string utf8 =
-        qzhost::strings::Utf16ToUtf8(std::u16string_view(text.data(), text.size()));
-    pango_layout_set_text(layout, utf8.data(), static_cast<int>(utf8.size()));
+    pango_layout_set_text(layout, key.data(), static_cast<int>(textSize));
     if (style.underline) {
         PangoAttrList* attributes = pango_attr_list_new();
         pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
         pango_layout_set_attributes(layout, attributes);
         pango_attr_list_unref(attributes);
     }
+    layouts_.emplace(std::move(key), KeptLayout{layout, serial});
     return layout;
 }
 
@@ -182,7 +232,6 @@ void CairoSurface::DrawText(const kitcore::utility::UTF16String& text,
     SetSource(cr_, color);
     pango_cairo_show_layout(cr_, layout);
     cairo_restore(cr_);
-    g_object_unref(layout);
 }
 
 float CairoSurface::MeasureText(const kitcore::utility::UTF16String& text,
@@ -193,7 +242,6 @@ float CairoSurface::MeasureText(const kitcore::utility::UTF16String& text,
     PangoLayout* layout = MakeLayout(text, style);
     PangoRectangle logical;
     pango_layout_get_extents(layout, nullptr, &logical);
-    g_object_unref(layout);
     return static_cast<float>(logical.width) / PANGO_SCALE;
 }
 

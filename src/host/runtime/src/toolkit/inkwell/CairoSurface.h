@@ -4,6 +4,9 @@
 #include <cairo.h>
 #include <pango/pangocairo.h>
 
+#include <string>
+#include <unordered_map>
+
 #include "kitui/inkwell/SurfaceInterface.h"
 
 namespace qzhost::inkwell {
@@ -44,9 +47,23 @@ public:
     int Depth() const noexcept { return depth_; }
 
 private:
-    /// A layout of `text` in `style`, for the context's current transform.
+    /// A layout of `text` in `style`, for the context's current transform; the surface
+    /// keeps it (do not release it).
     PangoLayout* MakeLayout(const kitcore::utility::UTF16String& text,
                             const kitui::inkwell::TextStyle& style);
+    void ForgetLayouts() noexcept;
+
+    // Text is set in one Pango context per surface, kept up to date with the Cairo
+    // context's transform, and each text's shaped layout is kept for the next time the
+    // same text is drawn in the same style: a panel redraws the same few texts over and
+    // over. A layout is told when the context changed since it was shaped.
+    struct KeptLayout {
+        PangoLayout* layout = nullptr;
+        guint serial = 0;
+    };
+    PangoContext* pango_ = nullptr;
+    bool antialias_ = true;
+    std::unordered_map<std::string, KeptLayout> layouts_;
     bool ReplayPath(const kitui::inkwell::PathRef& path, int fill_rule);
 
     cairo_t* cr_;
