@@ -273,23 +273,22 @@ void UI_Node::UI_DrawChildren(kitui::inkwell::Inkwell* ink) {
         return;
     }
     kitui::inkwell::SurfaceInterface& surface = *ink->GetSurface();
+    // On the screen's drawing surface, a child outside the area being redrawn is left
+    // out: drawing it (shaping its text) would change no pixel.
+    const auto* cairo = dynamic_cast<const qzhost::inkwell::CairoSurface*>(&surface);
+    const RectT<float> area = cairo != nullptr ? cairo->ClipExtents() : RectT<float>{};
     for (const auto& child : children_) {
         if (!child->shown_) {
             continue;
         }
         const RectT<float> bounds = child->bounds_;
-        if (IsEmpty(bounds)) {
+        if (IsEmpty(bounds) || (cairo != nullptr && IsEmpty(Intersection(bounds, area)))) {
             continue;
         }
         surface.BeginDrawing();
         surface.Translate(bounds.x, bounds.y);
         UI_ClipToRect(child->UI_GetLocalRectF(), ink);
-        // On the screen's drawing surface, a child outside the area being redrawn is left
-        // out: drawing it (shaping its text) would change no pixel.
-        const auto* cairo = dynamic_cast<const qzhost::inkwell::CairoSurface*>(&surface);
-        if (cairo == nullptr || !cairo->ClipIsEmpty()) {
-            child->UI_Draw(ink);
-        }
+        child->UI_Draw(ink);
         surface.EndDrawing();
     }
 }

@@ -44,13 +44,14 @@ void CairoSurface::BeginDrawing() {
     ++depth_;
 }
 
-bool CairoSurface::ClipIsEmpty() const {
+kitui::ui::RectT<float> CairoSurface::ClipExtents() const {
     double x1 = 0;
     double y1 = 0;
     double x2 = 0;
     double y2 = 0;
     cairo_clip_extents(cr_, &x1, &y1, &x2, &y2);
-    return !(x1 < x2 && y1 < y2);
+    return {static_cast<float>(x1), static_cast<float>(y1), static_cast<float>(x2 - x1),
+            static_cast<float>(y2 - y1)};
 }
 
 void CairoSurface::EndDrawing() {
@@ -163,8 +164,17 @@ PangoLayout* CairoSurface::MakeLayout(const kitcore::utility::UTF16String& text,
         antialias_ = antialias;
         SetFontOptions(pango_, antialias_);
     }
-    // The transform (its scale; translations do not matter to shaping) and the target.
-    pango_cairo_update_context(cr_, pango_);
+    cairo_matrix_t transform;
+    cairo_get_matrix(cr_, &transform);
+    if (transform.xx != matrix_[0] || transform.yx != matrix_[1] || transform.xy != matrix_[2] ||
+        transform.yy != matrix_[3]) {
+        matrix_[0] = transform.xx;
+        matrix_[1] = transform.yx;
+        matrix_[2] = transform.xy;
+        matrix_[3] = transform.yy;
+        const PangoMatrix linear = {transform.xx, transform.xy, transform.yx, transform.yy, 0, 0};
+        pango_context_set_matrix(pango_, &linear);
+    }
 
     std::string key = qzhost::strings::Utf16ToUtf8(std::u16string_view(text.data(), text.size()));
     const std::size_t textSize = key.size();

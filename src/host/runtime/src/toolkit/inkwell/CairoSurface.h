@@ -21,9 +21,9 @@ public:
 
     void BeginDrawing() override;
     void EndDrawing() override;
-    /// Whether the current clip leaves nothing to draw into: a node whose rectangle lies
-    /// outside the area being redrawn need not be drawn at all.
-    bool ClipIsEmpty() const;
+    /// The current clip's bounding box in the current user units: a node whose rectangle
+    /// lies outside the area being redrawn need not be drawn at all.
+    kitui::ui::RectT<float> ClipExtents() const;
     void SetAntialiasing(int on) override;
     int GetAntialiasing() const override;
     kitui::inkwell::Transform GetTransform() const override;
@@ -63,6 +63,9 @@ private:
     };
     PangoContext* pango_ = nullptr;
     bool antialias_ = true;
+    // The linear part of the transform that the context was last set to; translations do
+    // not change how text is shaped, so moving from control to control changes nothing.
+    double matrix_[4] = {0, 0, 0, 0};
     std::unordered_map<std::string, KeptLayout> layouts_;
     bool ReplayPath(const kitui::inkwell::PathRef& path, int fill_rule);
 
