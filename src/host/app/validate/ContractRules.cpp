@@ -1,0 +1,70 @@
+#include "validate/ContractRules.h"
+
+#include <exception>
+
+#include "qzhost/HostControls.h"
+#include "script/ScriptErrors.h"
+
+namespace qzhost::validate {
+
+Json RunOp(ValidationHost& host, const Json& line, const std::string& when) {
+    try {
+        return host.Op(line);
+    } catch (const script::ScriptError& error) {
+        throw CheckFailure(when + ": the host could not carry out " +
+                           line.value("op", std::string("?")) + ": " + error.what());
+    } catch (const CheckFailure&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw CheckFailure(when + ": the plug-in let an exception escape to the host (" +
+                           error.what() + ")");
+    } catch (...) {
+        throw CheckFailure(when + ": the plug-in let an exception of a type other than "
+                                  "std::exception escape to the host");
+    }
+}
+
+Json RunOp(ValidationHost& host, const char* op, const std::string& when) {
+    Json line = Json::object();
+    line["op"] = op;
+    return RunOp(host, line, when);
+}
+
+void RequireNothingHeld(const std::string& when) {
+    const HostState state = ValidationHost::State();
+    Require(state.held.empty(), when + ": the plug-in still holds " + Listed(state.held));
+}
+
+void RequireNoViolations(const std::string& when) {
+    const HostState state = ValidationHost::State();
+    Require(state.violations.empty(), when + ": " + Listed(state.violations));
+}
+
+void RequireNothingReported(const std::string& when) {
+    const HostState state = ValidationHost::State();
+    Require(state.reported.empty(),
+            when + ": the plug-in reported through the host: " + Listed(state.reported));
+}
+
+void RequireNoTabCreators(const std::string& when) {
+    const HostState state = ValidationHost::State();
+    Require(state.tabCreators.empty(),
+            when + ": the tab creator is still registered: " + Listed(state.tabCreators));
+}
+
+void RequireResult(const Json& output, std::initializer_list<int> allowed,
+                   const std::string& when) {
+    const int result = output.value("result", 0);
+    for (const int code : allowed) {
+        if (result == code) {
+            return;
+        }
+    }
+    std::string expected;
+    for (const int code : allowed) {
+        expected += (expected.empty() ? "" : " or ") + std::to_string(code);
+    }
+    throw CheckFailure(when + ": result " + std::to_string(result) + ", expected " + expected);
+}
+
+} // namespace qzhost::validate
