@@ -35,15 +35,29 @@ void RequireNothingHeld(const std::string& when) {
     Require(state.held.empty(), when + ": the plug-in still holds " + Listed(state.held));
 }
 
+namespace {
+
+/// The first entry of a list, and how many there are.
+std::string FirstOf(const std::vector<std::string>& items) {
+    return items.size() == 1
+               ? items.front()
+               : items.front() + " (the first of " + std::to_string(items.size()) + ")";
+}
+
+} // namespace
+
 void RequireNoViolations(const std::string& when) {
     const HostState state = ValidationHost::State();
-    Require(state.violations.empty(), when + ": " + Listed(state.violations));
+    Require(state.violations.empty(),
+            state.violations.empty() ? "" : when + ": " + FirstOf(state.violations));
 }
 
 void RequireNothingReported(const std::string& when) {
     const HostState state = ValidationHost::State();
     Require(state.reported.empty(),
-            when + ": the plug-in reported through the host: " + Listed(state.reported));
+            state.reported.empty()
+                ? ""
+                : when + ": the plug-in reported through the host: " + FirstOf(state.reported));
 }
 
 void RequireNoTabCreators(const std::string& when) {
