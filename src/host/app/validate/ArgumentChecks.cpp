@@ -51,8 +51,7 @@ void EnterState(ValidationHost& host, const PanelState& state) {
 std::string Arguments(const CheckContext& context) {
     ValidationHost host(context.Plugin());
     GuardedStrings guard;
-    context.Step("the entry");
-    RequireResult(RunOp(host, "load", "the entry"), {0}, "the entry");
+    LoadStarted(host, context);
     if (!ValidationHost::SuitePublished()) {
         RunOp(host, "unload", "unloading");
         return "nothing to call: the plug-in publishes no Info palette suite";

@@ -81,4 +81,34 @@ void RequireResult(const Json& output, std::initializer_list<int> allowed,
     throw CheckFailure(when + ": result " + std::to_string(result) + ", expected " + expected);
 }
 
+void RequireCleanFailedStart(const Json& load, const std::string& when) {
+    if (load.value("result", 0) == 0) {
+        return;
+    }
+    Require(!load.value("global", false),
+            when + ": the start failed but handed back a global reference");
+    RequireNothingHeld(when + ", after the failed start");
+    RequireNoTabCreators(when + ", after the failed start");
+}
+
+void DieAndUnload(ValidationHost& host, std::initializer_list<int> death_results,
+                  const std::string& when, bool nothing_reported) {
+    const Json death = RunOp(host, "death", when + ", the death hook");
+    if (death.contains("result")) {
+        RequireResult(death, death_results, when + ", the death hook");
+    }
+    RequireNothingHeld(when + ", after the death hook");
+    RequireNoTabCreators(when + ", after the death hook");
+    if (nothing_reported) {
+        RequireNothingReported(when);
+    }
+    RequireNoViolations(when);
+    RunOp(host, "unload", when + ", unloading");
+}
+
+void LoadStarted(ValidationHost& host, const CheckContext& context) {
+    context.Step("the entry");
+    RequireResult(RunOp(host, "load", "the entry"), {0}, "the entry");
+}
+
 } // namespace qzhost::validate

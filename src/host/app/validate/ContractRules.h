@@ -25,4 +25,16 @@ void RequireNoTabCreators(const std::string& when);
 /// A result code is one of the allowed ones.
 void RequireResult(const Json& output, std::initializer_list<int> allowed, const std::string& when);
 
+/// After a start that failed: no global reference, nothing held, no tab creator.
+void RequireCleanFailedStart(const Json& load, const std::string& when);
+
+/// Ends a variation of the start: the death hook (its result one of `death_results`),
+/// nothing held and no tab creator afterwards, nothing reported, no breach of the calling
+/// contract, then the unload.
+void DieAndUnload(ValidationHost& host, std::initializer_list<int> death_results,
+                  const std::string& when, bool nothing_reported = true);
+
+/// Loads the plug-in and requires a successful start.
+void LoadStarted(ValidationHost& host, const CheckContext& context);
+
 } // namespace qzhost::validate

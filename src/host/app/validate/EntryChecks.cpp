@@ -34,15 +34,7 @@ std::string UISuppressed(const CheckContext& context) {
                     when + ": the host runs without its user interface, yet the plug-in "
                            "registered a tab creator or inserted a menu command");
         }
-        const Json death = RunOp(host, "death", when + ", the death hook");
-        if (death.contains("result")) {
-            RequireResult(death, {0}, when + ", the death hook");
-        }
-        RequireNothingHeld(when + ", after the death hook");
-        RequireNoTabCreators(when + ", after the death hook");
-        RequireNothingReported(when);
-        RequireNoViolations(when);
-        RunOp(host, "unload", when + ", unloading");
+        DieAndUnload(host, {0}, when);
     }
     return "bytes 0, 1 and 2: the entry returned 0, nothing held after the death hook";
 }
@@ -63,21 +55,8 @@ std::string WithheldSuites(const CheckContext& context) {
         RunOp(host, Json{{"op", "host"}, {"missing_suites", {suite}}}, when);
         const Json load = RunOp(host, "load", when);
         RequireResult(load, {0, QZ_Err_MISSING_SUITE}, when);
-        if (load.value("result", 0) != 0) {
-            Require(!load.value("global", false),
-                    when + ": the start failed but handed back a global reference");
-            RequireNothingHeld(when + ", after the failed start");
-            RequireNoTabCreators(when + ", after the failed start");
-        }
-        const Json death = RunOp(host, "death", when + ", the death hook");
-        if (death.contains("result")) {
-            RequireResult(death, {0}, when + ", the death hook");
-        }
-        RequireNothingHeld(when + ", after the death hook");
-        RequireNoTabCreators(when + ", after the death hook");
-        RequireNothingReported(when);
-        RequireNoViolations(when);
-        RunOp(host, "unload", when + ", unloading");
+        RequireCleanFailedStart(load, when);
+        DieAndUnload(host, {0}, when);
     }
     return std::to_string(suites.size()) + " suites withheld in turn (" + Listed(suites) + ")";
 }
@@ -93,21 +72,8 @@ std::string HostErrors(const CheckContext& context) {
         RunOp(host, Json{{"op", "host"}, {"errors", {{std::string(name), code}}}}, when);
         const Json load = RunOp(host, "load", when);
         RequireResult(load, {0, code}, when + ", the entry");
-        if (load.value("result", 0) != 0) {
-            Require(!load.value("global", false),
-                    when + ": the start failed but handed back a global reference");
-            RequireNothingHeld(when + ", after the failed start");
-            RequireNoTabCreators(when + ", after the failed start");
-        }
-        const Json death = RunOp(host, "death", when + ", the death hook");
-        if (death.contains("result")) {
-            RequireResult(death, {0, code}, when + ", the death hook");
-        }
-        RequireNothingHeld(when + ", after the death hook");
-        RequireNoTabCreators(when + ", after the death hook");
-        RequireNothingReported(when);
-        RequireNoViolations(when);
-        RunOp(host, "unload", when + ", unloading");
+        RequireCleanFailedStart(load, when);
+        DieAndUnload(host, {0, code}, when);
     }
     for (const std::string_view name : ThrowOperationNames()) {
         const std::string message = "validate: " + std::string(name) + " failed";
@@ -121,18 +87,12 @@ std::string HostErrors(const CheckContext& context) {
               when);
         const Json load = RunOp(host, "load", when);
         RequireResult(load, {0, kReportResult}, when + ", the entry");
-        const Json death = RunOp(host, "death", when + ", the death hook");
-        if (death.contains("result")) {
-            RequireResult(death, {0, kReportResult}, when + ", the death hook");
-        }
-        RequireNothingHeld(when + ", after the death hook");
-        RequireNoTabCreators(when + ", after the death hook");
+        RequireCleanFailedStart(load, when);
         for (const std::string& reported : ValidationHost::State().reported) {
             Require(reported == message, when + ": the plug-in reported \"" + reported +
                                              "\", which is not the host's failure");
         }
-        RequireNoViolations(when);
-        RunOp(host, "unload", when + ", unloading");
+        DieAndUnload(host, {0, kReportResult}, when, false);
     }
     return std::to_string(ErrorOperationNames().size()) + " operations failing and " +
            std::to_string(ThrowOperationNames().size()) + " throwing, each in turn";

@@ -16,8 +16,7 @@ namespace {
 
 std::string Teardown(const CheckContext& context) {
     ValidationHost host(context.Plugin());
-    context.Step("the entry");
-    RequireResult(RunOp(host, "load", "the entry"), {0}, "the entry");
+    LoadStarted(host, context);
     const struct {
         HookKind kind;
         const char* name;

@@ -24,13 +24,16 @@ bool ZerosFrom(const std::vector<std::uint8_t>& data, std::size_t from) {
                        [](std::uint8_t b) { return b == 0; });
 }
 
-std::string PropertyListCheck(const CheckContext& context) {
-    PluginInfo info;
+PluginInfo ReadInfo(const CheckContext& context) {
     try {
-        info = ReadPluginInfo(context.Plugin());
+        return ReadPluginInfo(context.Plugin());
     } catch (const PluginLoadError& error) {
         throw CheckFailure(error.what());
     }
+}
+
+std::string PropertyListCheck(const CheckContext& context) {
+    const PluginInfo info = ReadInfo(context);
     std::set<std::string> keys;
     for (const Property& property : info.properties.properties) {
         const std::string named = "property '" + property.key + "'";
@@ -58,12 +61,7 @@ std::string PropertyListCheck(const CheckContext& context) {
 }
 
 std::string ExportsCheck(const CheckContext& context) {
-    PluginInfo info;
-    try {
-        info = ReadPluginInfo(context.Plugin());
-    } catch (const PluginLoadError& error) {
-        throw CheckFailure(error.what());
-    }
+    const PluginInfo info = ReadInfo(context);
     std::vector<DynamicSymbol> exported;
     try {
         exported = DefinedDynamicSymbols(context.Plugin());

@@ -54,8 +54,7 @@ int ChooseFlyoutCommands(ValidationHost& host, const std::string& when, int inje
 
 std::string PanelCycles(const CheckContext& context) {
     ValidationHost host(context.Plugin());
-    context.Step("the entry");
-    RequireResult(RunOp(host, "load", "the entry"), {0}, "the entry");
+    LoadStarted(host, context);
     const std::vector<std::string> creators = ValidationHost::State().tabCreators;
     if (std::find(creators.begin(), creators.end(), script::kInfoTabType) == creators.end()) {
         RunOp(host, "unload", "unloading");

@@ -20,8 +20,7 @@ Json Workspace(const char* action) {
 std::string StringsNotKept(const CheckContext& context) {
     ValidationHost host(context.Plugin());
     GuardedStrings guard;
-    context.Step("the entry");
-    RequireResult(RunOp(host, "load", "the entry"), {0}, "the entry");
+    LoadStarted(host, context);
     if (!ValidationHost::SuitePublished()) {
         RunOp(host, "unload", "unloading");
         return "nothing to call: the plug-in publishes no Info palette suite";
