@@ -27,8 +27,10 @@ struct RunSettings {
     int timeoutSeconds = 300;
 };
 
-/// Runs `check` in a forked child. The calling process must not have started threads
-/// (a forked child has only the thread that forked).
+/// Runs `check` in a forked child. The child has only the thread that forked: the host
+/// never starts a thread of its own before it forks (the idle worker pool that a library
+/// linked for `inspect` starts at load time stays behind, unused), and the child ends
+/// with _exit, so that no exit handler waits for a thread that it does not have.
 CheckOutcome RunInChild(const Check& check, const RunSettings& settings);
 
 /// The file descriptor that the running check reports through, in the child; -1 in the

@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace qzhost::validate {
@@ -24,12 +23,15 @@ T ReadAt(const std::vector<char>& bytes, std::size_t offset) {
 } // namespace
 
 std::vector<DynamicSymbol> DefinedDynamicSymbols(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
     if (!file) {
         throw std::runtime_error("cannot read " + path);
     }
-    const std::vector<char> bytes((std::istreambuf_iterator<char>(file)),
-                                  std::istreambuf_iterator<char>());
+    std::vector<char> bytes(static_cast<std::size_t>(file.tellg()));
+    file.seekg(0);
+    if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+        throw std::runtime_error("cannot read " + path);
+    }
     const auto header = ReadAt<Elf64_Ehdr>(bytes, 0);
     if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 ||
         header.e_ident[EI_CLASS] != ELFCLASS64) {

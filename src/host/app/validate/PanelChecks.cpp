@@ -26,8 +26,9 @@ void RequireOpen(ValidationHost& host, const std::string& when, int injected = 0
         RequireResult(out, {injected}, when);
         return;
     }
-    Require(!out.contains("result"),
-            when + ": the panel failed to construct with " + out["result"].dump());
+    if (out.contains("result")) {
+        throw CheckFailure(when + ": the panel failed to construct with " + out["result"].dump());
+    }
     Require(out.value("panel", false) && out.value("visible", false),
             when + ": no visible panel after opening it");
 }

@@ -58,7 +58,7 @@ const std::array<SlotRow, kQZ_InfoPaletteSuiteSlotCount>& Rows() {
 std::vector<Json> NarrowBoundaries() {
     return {nullptr,
             "",
-            LongText(70000),
+            LongText(20000),
             Json{{"hex", "c3"}},               // a lead byte without its continuation
             Json{{"hex", "fffe80c0af"}},       // bytes that are never UTF-8
             Json{{"hex", "eda080"}},           // an encoded lone surrogate
@@ -74,7 +74,7 @@ std::vector<Json> WideBoundaries() {
             Json{{"utf16", {0xDFFF, 0x41}}},
             Json{{"utf16", {0x41, 0xD83D}}},
             Json{{"utf16", {0xFFFF, 0xFFFE, 0xFEFF}}},
-            Json{{"utf16", std::vector<int>(40000, 0x263A)}}};
+            Json{{"utf16", std::vector<int>(10000, 0x263A)}}};
 }
 
 std::vector<Json> FloatBoundaries() {
@@ -103,20 +103,26 @@ std::vector<Json> DoubleBoundaries() {
             1e300};
 }
 
-std::vector<Json> Boundaries(P kind) {
+/// The boundary values of a kind, made once.
+const std::vector<Json>& Boundaries(P kind) {
+    static const std::vector<Json> narrow = NarrowBoundaries();
+    static const std::vector<Json> wide = WideBoundaries();
+    static const std::vector<Json> floats = FloatBoundaries();
+    static const std::vector<Json> doubles = DoubleBoundaries();
+    static const std::vector<Json> bools = {true, false};
     switch (kind) {
     case P::Narrow:
-        return NarrowBoundaries();
+        return narrow;
     case P::Wide:
-        return WideBoundaries();
+        return wide;
     case P::Float:
-        return FloatBoundaries();
+        return floats;
     case P::Double:
-        return DoubleBoundaries();
+        return doubles;
     case P::Bool:
-        return {true, false};
+        break;
     }
-    return {};
+    return bools;
 }
 
 Json Plain(P kind, int tag, std::size_t index) {
@@ -172,7 +178,7 @@ Json RandomText(std::mt19937_64& random, bool wide) {
 Json RandomValue(P kind, std::mt19937_64& random) {
     // Half the time a boundary value, else a random one of the kind.
     if (random() & 1) {
-        const std::vector<Json> boundaries = Boundaries(kind);
+        const std::vector<Json>& boundaries = Boundaries(kind);
         return boundaries[Below(random, boundaries.size())];
     }
     switch (kind) {
@@ -269,16 +275,16 @@ std::vector<Json> BoundaryArgs(int slot) {
     case 4: {
         const Json plain = PlainArgs(4, 0);
         calls.push_back(PixelArgs(nullptr, nullptr, nullptr));
-        for (const Json& value : FloatBoundaries()) {
+        for (const Json& value : Boundaries(P::Float)) {
             calls.push_back(PixelArgs({value, value, value, value}, plain["position"], nullptr));
         }
-        for (const Json& value : DoubleBoundaries()) {
+        for (const Json& value : Boundaries(P::Double)) {
             calls.push_back(PixelArgs(plain["pixel"], {value, value}, {value, -1}));
         }
         return calls;
     }
     case 13: {
-        for (const Json& text : NarrowBoundaries()) {
+        for (const Json& text : Boundaries(P::Narrow)) {
             calls.push_back(
                 StreamArgs(text, text, "POSITION", 0, true, false, 2, {1, 2, 3, 4, 5, 6}));
         }

@@ -47,16 +47,20 @@ void CallSlotChecked(ValidationHost& host, GuardedStrings* guard, int slot, cons
     const int expected = DocumentedResult(slot, args);
     const Json out = CallSlot(host, guard, slot, args, worker, when);
     const int result = out.value("result", 0);
-    Require(result == expected,
+    if (result != expected) {
+        throw CheckFailure(
             Describe(slot, worker, when) + " with arguments " +
-                args.dump(-1, ' ', false, Json::error_handler_t::replace).substr(0, 200) +
-                ": result " + std::to_string(result) + ", documented " + std::to_string(expected));
+            args.dump(-1, ' ', false, Json::error_handler_t::replace).substr(0, 200) + ": result " +
+            std::to_string(result) + ", documented " + std::to_string(expected));
+    }
 }
 
 void RunMainChecked(ValidationHost& host, const std::string& when) {
     const Json out = RunOp(host, "run_main", when + ", running the main thread's queue");
     const Json& thrown = out["thrown"];
-    Require(thrown.empty(), when + ": calls queued to the main thread threw " + thrown.dump());
+    if (!thrown.empty()) {
+        throw CheckFailure(when + ": calls queued to the main thread threw " + thrown.dump());
+    }
 }
 
 } // namespace qzhost::validate
