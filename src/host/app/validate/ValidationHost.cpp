@@ -3,7 +3,6 @@
 #include <stdexcept>
 
 #include "qzgp/QZ_InfoPaletteSuite.h"
-#include "qzhost/HookRegistry.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MenuModel.h"
 #include "qzhost/SuiteRegistry.h"
@@ -44,9 +43,6 @@ HostState ValidationHost::State() {
     state.reported = HostControls::Get().Reported();
     state.violations = HostControls::Get().Violations();
     state.menuItems = MenuModel::Get().Items().size();
-    const RegisteredHooks& hooks = HookRegistry::Get().Hooks();
-    state.anyHook = hooks.command != nullptr || hooks.updateMenu != nullptr ||
-                    hooks.death != nullptr || hooks.idle != nullptr;
     return state;
 }
 

@@ -20,7 +20,6 @@ struct HostState {
     std::vector<std::string> reported;    // messages reported through the host
     std::vector<std::string> violations;  // breaches of the calling contract
     std::size_t menuItems = 0;
-    bool anyHook = false;
 };
 
 class ValidationHost {
