@@ -12,6 +12,7 @@
 #include "pixelview/PixelViewCommand.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptCommand.h"
+#include "validate/ValidateCommand.h"
 
 namespace {
 
@@ -31,6 +32,7 @@ int main(int argc, char** argv) {
     qzhost::commands::AddResourceCommand(app, exit_status);
     qzhost::commands::AddPluginInfoCommand(app, exit_status);
     qzhost::pixelview::AddPixelViewCommand(app, exit_status);
+    qzhost::validate::AddValidateCommand(app, exit_status);
 
     try {
         app.parse(argc, argv);

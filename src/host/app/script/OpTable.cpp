@@ -30,6 +30,7 @@ const OpTable& ScriptOps() {
         AddResizeOps(ops);
         AddFlyoutOps(ops);
         AddPrefsOps(ops);
+        AddUnloadOps(ops);
         return ops;
     }();
     return table;

@@ -45,5 +45,6 @@ void AddCallOps(OpTable& table);      // call
 void AddResizeOps(OpTable& table);    // resize
 void AddFlyoutOps(OpTable& table);    // flyout, flyout_command
 void AddPrefsOps(OpTable& table);     // prefs
+void AddUnloadOps(OpTable& table);    // unload
 
 } // namespace qzhost::script

@@ -25,29 +25,48 @@ ScriptSession::~ScriptSession() {
     Shutdown();
 }
 
+std::optional<QZ_Err> ScriptSession::Unload() {
+    if (!Loaded()) {
+        return std::nullopt;
+    }
+    std::optional<QZ_Err> death;
+    std::exception_ptr escaped;
+    const RegisteredHooks hooks = HookRegistry::Get().Hooks();
+    if (hooks.death != nullptr) {
+        try {
+            death = hooks.death(global_, hooks.deathRefcon);
+        } catch (...) {
+            escaped = std::current_exception();
+        }
+    }
+    HookRegistry::Get().Clear();
+    // Queued calls, panels, tab creators and published suite tables may hold the
+    // plug-in's code: all go before the library does.
+    MainLoop::Get().Discard();
+    kept_.clear();
+    WorkspaceModel::Get().Reset();
+    SuiteRegistry::Get().WithdrawPublished();
+    MenuModel::Get().Reset();
+    global_ = nullptr;
+    plugin_.reset();
+    if (escaped) {
+        std::rethrow_exception(escaped);
+    }
+    return death;
+}
+
 void ScriptSession::Shutdown() noexcept {
     if (shutDown_) {
         return;
     }
     shutDown_ = true;
     try {
-        RegisteredHooks& hooks = HookRegistry::Get().Hooks();
-        if (hooks.death != nullptr) {
-            const QZGP_DeathHook death = hooks.death;
-            const QZGP_HookRefcon refcon = hooks.deathRefcon;
-            death(global_, refcon);
-        }
-        HookRegistry::Get().Clear();
-        // Queued calls and panels may hold the plug-in's code: both go before the
-        // library does.
-        MainLoop::Get().Discard();
-        WorkspaceModel::Get().Reset();
+        Unload();
     } catch (const std::exception& error) {
         std::cerr << "qzhost script: shutdown: " << error.what() << '\n';
     } catch (...) {
         std::cerr << "qzhost script: shutdown: the plug-in let an unknown exception escape\n";
     }
-    plugin_.reset();
 }
 
 } // namespace qzhost::script

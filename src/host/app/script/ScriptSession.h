@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,9 +37,17 @@ public:
     /// since a call queued to the main thread keeps them.
     void Keep(std::shared_ptr<void> values) { kept_.push_back(std::move(values)); }
 
-    /// Goes down like the application quitting: calls the death hook if it is still
-    /// registered, drops calls queued to the main thread, destroys the workspace's
-    /// panels and tab creators, then unloads the library. Produces no output; runs once.
+    /// Lets the plug-in go the way the application does before it closes a library: calls
+    /// the death hook if it is still registered, forgets the hooks, drops calls queued to
+    /// the main thread (and what they point to), destroys the workspace's panels and tab
+    /// creators, withdraws the suites that were published and the menu commands that were
+    /// inserted, and closes the library, so that a new load may follow. Returns the death
+    /// hook's result when it ran. What the death hook lets escape is thrown once the rest
+    /// is done. Does nothing but return nullopt when no library is loaded.
+    std::optional<QZ_Err> Unload();
+
+    /// Goes down like the application quitting: Unload, with whatever the death hook
+    /// lets escape written to standard error. Produces no output; runs once.
     void Shutdown() noexcept;
 
 private:

@@ -22,6 +22,7 @@
 #include "host/PXM_Layer.h"
 #include "script/ScriptErrors.h"
 #include "script/Shape.h"
+#include "script/StringPlacement.h"
 #include "script/Values.h"
 
 namespace qzhost::script {
@@ -47,14 +48,26 @@ struct Param<QZ_Narrow> {
     static Held Decode(const Json& value, const std::string& what) {
         return NarrowArg(value, what);
     }
-    static QZ_Narrow Pass(const Held& text) { return text.has_value() ? text->c_str() : nullptr; }
+    static QZ_Narrow Pass(const Held& text) {
+        if (!text.has_value()) {
+            return nullptr;
+        }
+        StringPlacement* placement = CurrentStringPlacement();
+        return placement != nullptr ? placement->Place(*text) : text->c_str();
+    }
 };
 
 template <>
 struct Param<QZ_Wide> {
     using Held = std::optional<kitcore::utility::UTF16String>;
     static Held Decode(const Json& value, const std::string& what) { return UTF16Arg(value, what); }
-    static QZ_Wide Pass(const Held& text) { return text.has_value() ? text->c_str() : nullptr; }
+    static QZ_Wide Pass(const Held& text) {
+        if (!text.has_value()) {
+            return nullptr;
+        }
+        StringPlacement* placement = CurrentStringPlacement();
+        return placement != nullptr ? placement->Place(*text) : text->c_str();
+    }
 };
 
 template <>

@@ -127,6 +127,22 @@ public:
     /// Every breach recorded so far.
     std::vector<std::string> Violations() const;
 
+    /// One call of a [ui-thread] operation that the host checks, with the thread it came
+    /// from.
+    struct UIThreadCall {
+        std::string operation;
+        bool onMainThread = true;
+    };
+    /// While on, every call of a checked [ui-thread] operation is recorded with its thread
+    /// (off by default: the record costs a lock and an allocation per call). Reset turns
+    /// it off and clears the record.
+    void SetRecordUIThreadCalls(bool on) noexcept { recordCalls_ = on; }
+    bool RecordsUIThreadCalls() const noexcept { return recordCalls_; }
+    /// Safe from any thread.
+    void RecordUIThreadCall(const char* operation, bool on_main_thread);
+    /// The calls recorded so far, in order.
+    std::vector<UIThreadCall> UIThreadCalls() const;
+
 private:
     HostControls();
     std::string locale_;
@@ -147,6 +163,8 @@ private:
     std::vector<std::string> reported_;
     std::vector<std::string> warnings_;
     std::vector<std::string> violations_;
+    std::atomic<bool> recordCalls_ = false;
+    std::vector<UIThreadCall> calls_;
 };
 
 /// Records a violation when the caller is not on the host's main thread; `operation`

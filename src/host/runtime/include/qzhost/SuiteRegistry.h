@@ -26,6 +26,10 @@ public:
     /// already taken, QZ_Err_NULL_ARGUMENT for a null name or table.
     QZ_Err Publish(const char* name, std::int32_t version, const void* table);
     bool IsPublished(const std::string& name, std::int32_t version) const;
+    /// Removes every suite that a component published (the host's own stay), with the
+    /// host's acquisitions of them: their tables live in a library that is about to go.
+    /// Returns how many were removed.
+    int WithdrawPublished();
 
     QZ_Err Acquire(Acquirer who, const char* name, std::int32_t version, const void** table);
     QZ_Err Release(Acquirer who, const char* name, std::int32_t version);
@@ -37,6 +41,9 @@ public:
     int HeldCount(Acquirer who, const std::string& name, std::int32_t version) const;
     /// Releases that did not match an acquisition, by `who`.
     int UnmatchedReleases(Acquirer who) const;
+    /// Every suite still in the table that the plug-in acquired at least once since the
+    /// last Reset, as "NAME/VERSION", in order of the first acquisition.
+    std::vector<std::string> EverAcquiredByPlugin() const;
 
     /// The basic suite table handed to the plug-in: its acquisitions count as the
     /// plug-in's.
@@ -52,11 +59,15 @@ private:
         const void* table;
         int heldByPlugin;
         int heldByHost;
+        bool hostSuite;
+        std::uint64_t id; // never reused, so that a record of acquisitions stays valid
     };
     Entry* Find(const char* name, std::int32_t version);
     const Entry* Find(const std::string& name, std::int32_t version) const;
     std::vector<Entry> entries_;
     int unmatched_[2] = {0, 0};
+    std::uint64_t lastId_ = 0;
+    std::vector<std::uint64_t> everAcquired_;
 };
 
 } // namespace qzhost

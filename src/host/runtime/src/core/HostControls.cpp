@@ -68,8 +68,10 @@ void HostControls::Reset() {
     warnings_.clear();
     SetMonitorProfile(std::nullopt);
     UsePrivatePreferenceFile();
+    recordCalls_ = false;
     std::lock_guard lock(ViolationMutex());
     violations_.clear();
+    calls_.clear();
 }
 
 void HostControls::SetLocale(const std::string& icu_locale_id) {
@@ -186,9 +188,24 @@ std::vector<std::string> HostControls::Violations() const {
     return violations_;
 }
 
+void HostControls::RecordUIThreadCall(const char* operation, bool on_main_thread) {
+    std::lock_guard lock(ViolationMutex());
+    calls_.push_back(UIThreadCall{operation, on_main_thread});
+}
+
+std::vector<HostControls::UIThreadCall> HostControls::UIThreadCalls() const {
+    std::lock_guard lock(ViolationMutex());
+    return calls_;
+}
+
 void RequireUIThread(const char* operation) {
-    if (!MainLoop::Get().IsMainThread()) {
-        HostControls::Get().RecordViolation(std::string(operation) + " called off the main thread");
+    const bool on_main = MainLoop::Get().IsMainThread();
+    HostControls& controls = HostControls::Get();
+    if (controls.RecordsUIThreadCalls()) {
+        controls.RecordUIThreadCall(operation, on_main);
+    }
+    if (!on_main) {
+        controls.RecordViolation(std::string(operation) + " called off the main thread");
     }
 }
 

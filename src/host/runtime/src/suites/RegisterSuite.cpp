@@ -7,6 +7,14 @@ namespace qzhost {
 
 namespace {
 
+// A second registration of a hook kind replaces the first here, where the application
+// would call both: a breach that the host records.
+void NoteRegistration(HookKind kind, const char* what) {
+    if (HookRegistry::Get().CountRegistration(kind) > 0) {
+        HostControls::Get().RecordViolation(what);
+    }
+}
+
 QZ_Err RegisterCommandHook(QZGP_PluginID plugin, QZGP_HookPriority priority, QZGP_Command command,
                            QZGP_CommandHook hook, QZGP_HookRefcon refcon) {
     RequireUIThread("RegisterCommandHook");
@@ -16,6 +24,8 @@ QZ_Err RegisterCommandHook(QZGP_PluginID plugin, QZGP_HookPriority priority, QZG
     if (hook == nullptr) {
         return QZ_Err_NULL_ARGUMENT;
     }
+    NoteRegistration(HookKind::Command,
+                     "RegisterCommandHook: a command hook was registered a second time");
     RegisteredHooks& hooks = HookRegistry::Get().Hooks();
     hooks.plugin = plugin;
     hooks.command = hook;
@@ -34,6 +44,8 @@ QZ_Err RegisterUpdateMenuHook(QZGP_PluginID plugin, QZGP_UpdateMenuHook hook,
     if (hook == nullptr) {
         return QZ_Err_NULL_ARGUMENT;
     }
+    NoteRegistration(HookKind::UpdateMenu,
+                     "RegisterUpdateMenuHook: an update-menu hook was registered a second time");
     RegisteredHooks& hooks = HookRegistry::Get().Hooks();
     hooks.plugin = plugin;
     hooks.updateMenu = hook;
@@ -49,6 +61,8 @@ QZ_Err RegisterDeathHook(QZGP_PluginID plugin, QZGP_DeathHook hook, QZGP_HookRef
     if (hook == nullptr) {
         return QZ_Err_NULL_ARGUMENT;
     }
+    NoteRegistration(HookKind::Death,
+                     "RegisterDeathHook: a death hook was registered a second time");
     RegisteredHooks& hooks = HookRegistry::Get().Hooks();
     hooks.plugin = plugin;
     hooks.death = hook;
@@ -64,6 +78,7 @@ QZ_Err RegisterIdleHook(QZGP_PluginID plugin, QZGP_IdleHook hook, QZGP_HookRefco
     if (hook == nullptr) {
         return QZ_Err_NULL_ARGUMENT;
     }
+    NoteRegistration(HookKind::Idle, "RegisterIdleHook: an idle hook was registered a second time");
     RegisteredHooks& hooks = HookRegistry::Get().Hooks();
     hooks.plugin = plugin;
     hooks.idle = hook;

@@ -48,8 +48,9 @@ void SuiteRegistry::Reset() {
     std::lock_guard lock(RegistryMutex());
     entries_.clear();
     unmatched_[0] = unmatched_[1] = 0;
+    everAcquired_.clear();
     for (const HostSuite& suite : HostSuites()) {
-        entries_.push_back(Entry{suite.name, suite.version, suite.table, 0, 0});
+        entries_.push_back(Entry{suite.name, suite.version, suite.table, 0, 0, true, ++lastId_});
     }
 }
 
@@ -74,8 +75,17 @@ QZ_Err SuiteRegistry::Publish(const char* name, std::int32_t version, const void
     if (Find(name, version) != nullptr) {
         return QZ_Err_GENERIC;
     }
-    entries_.push_back(Entry{name, version, table, 0, 0});
+    entries_.push_back(Entry{name, version, table, 0, 0, false, ++lastId_});
     return QZ_Err_NONE;
+}
+
+int SuiteRegistry::WithdrawPublished() {
+    std::lock_guard lock(RegistryMutex());
+    const auto published = std::remove_if(entries_.begin(), entries_.end(),
+                                          [](const Entry& e) { return !e.hostSuite; });
+    const auto removed = static_cast<int>(entries_.end() - published);
+    entries_.erase(published, entries_.end());
+    return removed;
 }
 
 bool SuiteRegistry::IsPublished(const std::string& name, std::int32_t version) const {
@@ -97,6 +107,10 @@ QZ_Err SuiteRegistry::Acquire(Acquirer who, const char* name, std::int32_t versi
         return QZ_Err_MISSING_SUITE;
     }
     ++(who == Acquirer::Plugin ? entry->heldByPlugin : entry->heldByHost);
+    if (who == Acquirer::Plugin &&
+        std::find(everAcquired_.begin(), everAcquired_.end(), entry->id) == everAcquired_.end()) {
+        everAcquired_.push_back(entry->id);
+    }
     *table = entry->table;
     return QZ_Err_NONE;
 }
@@ -149,6 +163,19 @@ int SuiteRegistry::HeldCount(Acquirer who, const std::string& name, std::int32_t
 int SuiteRegistry::UnmatchedReleases(Acquirer who) const {
     std::lock_guard lock(RegistryMutex());
     return unmatched_[who == Acquirer::Plugin ? 0 : 1];
+}
+
+std::vector<std::string> SuiteRegistry::EverAcquiredByPlugin() const {
+    std::lock_guard lock(RegistryMutex());
+    std::vector<std::string> named;
+    for (const std::uint64_t id : everAcquired_) {
+        for (const Entry& e : entries_) {
+            if (e.id == id) {
+                named.push_back(e.name + "/" + std::to_string(e.version));
+            }
+        }
+    }
+    return named;
 }
 
 QZ_BasicSuiteTable* SuiteRegistry::PluginTable() {

@@ -25,7 +25,8 @@ using QZGP_DeathHook = QZ_Err (*)(QZGP_GlobalRefcon global, QZGP_HookRefcon refc
 using QZGP_IdleHook = QZ_Err (*)(QZGP_GlobalRefcon global, QZGP_HookRefcon refcon,
                                  std::int32_t* host_arg);
 
-/// Table positions are fixed; entries the host does not offer are null.
+/// Table positions are fixed; entries the host does not offer are null. A plug-in registers
+/// each kind of hook at most once; the host forgets every hook after the death hook.
 struct QZGP_RegisterSuite6 {
     /// 1st. [ui-thread] Calls `hook` for each menu command the user chooses.
     QZ_Err (*RegisterCommandHook)(QZGP_PluginID plugin_id, QZGP_HookPriority priority,
