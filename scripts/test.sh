@@ -13,3 +13,7 @@ for preset in default asan tsan; do
   echo "== $preset: test"
   ctest --preset "$preset"
 done
+# The parsers' fuzz targets, each run for a bounded time (scripts/fuzz.sh; FUZZ_SECONDS
+# sets the time per target).
+echo "== fuzz: build and run"
+bash scripts/fuzz.sh "${FUZZ_SECONDS:-60}"
