@@ -22,7 +22,7 @@ root="$PWD"
 bash scripts/build.sh fuzz
 
 targets=(controls_layout preference_text resource_archive host_code_page script_line
-  pixel_view_point pixel_view_request)
+  pixel_view_request)
 scratch="${FUZZ_SCRATCH:-$(mktemp -d "${TMPDIR:-/tmp}/qzfuzz.XXXXXX")}"
 mkdir -p "$scratch"
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1"
