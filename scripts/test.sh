@@ -13,3 +13,7 @@ for preset in default asan tsan; do
   echo "== $preset: test"
   ctest --preset "$preset"
 done
+# The parsers' fuzz targets, 45 s each so that the stage (build and run) stays within its
+# share of the CI time; FUZZ_SECONDS sets another time per target.
+echo "== fuzz: build and run"
+bash scripts/fuzz.sh "${FUZZ_SECONDS:-45}"

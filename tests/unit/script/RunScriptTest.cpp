@@ -59,6 +59,13 @@ TEST_F(ScriptRunner, ReportsInvalidJsonWithANullOp) {
     EXPECT_NE(result.err.find("line 1"), std::string::npos) << result.err;
 }
 
+TEST_F(ScriptRunner, RefusesANumberBeyondTheRangeOfADoubleAsABadLine) {
+    const Result result = RunLines("{\"op\": \"menu\", \"x\": -1e400}\n{\"op\": \"menu\"}\n");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "{\"op\":null,\"error\":\"a number beyond the range of a double\"}\n");
+    EXPECT_NE(result.err.find("line 1"), std::string::npos) << result.err;
+}
+
 TEST_F(ScriptRunner, ReportsAPluginFileThatCannotBeLoadedAsAHostFailure) {
     const Result result = RunLines("{\"op\": \"load\"}\n{\"op\": \"menu\"}\n");
     EXPECT_EQ(result.status, 3);

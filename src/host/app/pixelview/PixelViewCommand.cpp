@@ -11,7 +11,6 @@
 #include <iostream>
 #include <memory>
 #include <optional>
-#include <regex>
 
 #include "pixelview/DisplayModeChoice.h"
 #include "pixelview/PanelState.h"
@@ -31,60 +30,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The largest UI scale: a panel drawn beyond it would be a poster, not a panel.
-constexpr double kMaxScale = 16.0;
-
 /// A point of the run: where the pointer rests, and the pixel under it.
 struct Shown {
     Point at;
     PixelARGB pixel{};
 };
-
-void RequireLocale(const std::string& locale) {
-    // An ICU locale id: language, optional script and region, optional keywords.
-    static const std::regex pattern(
-        "[A-Za-z]{2,3}([_-][A-Za-z]{4})?([_-]([A-Za-z]{2}|[0-9]{3}))?(@[A-Za-z0-9=;_-]+)?");
-    if (!std::regex_match(locale, pattern)) {
-        throw BadRequest("--locale must be a locale id such as en_US or de_DE, not '" + locale +
-                         "'");
-    }
-}
-
-void RequireReadable(const std::string& path, const std::string& what) {
-    std::error_code error;
-    if (!fs::is_regular_file(path, error)) {
-        throw BadRequest(what + ": no such file '" + path + "'");
-    }
-    if (::access(path.c_str(), R_OK) != 0) {
-        throw BadRequest(what + ": cannot read '" + path + "'");
-    }
-}
-
-/// A file that the run may create or replace: no folder, nor anything but a file.
-void RequireFilePlace(const std::string& path, const std::string& what) {
-    std::error_code error;
-    const fs::path file(path);
-    if (fs::is_directory(file, error)) {
-        throw BadRequest(what + ": '" + path + "' is a directory");
-    }
-    if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
-        throw BadRequest(what + ": '" + path + "' is not a regular file");
-    }
-}
-
-/// A file that the run may create or replace in a folder that exists and is writable.
-void RequireWritablePlace(const std::string& path, const std::string& what) {
-    std::error_code error;
-    const fs::path file(path);
-    RequireFilePlace(path, what);
-    const fs::path folder = file.parent_path().empty() ? fs::path(".") : file.parent_path();
-    if (!fs::is_directory(folder, error)) {
-        throw BadRequest(what + ": no such folder '" + folder.string() + "'");
-    }
-    if (::access(folder.c_str(), W_OK) != 0) {
-        throw BadRequest(what + ": cannot write into '" + folder.string() + "'");
-    }
-}
 
 std::string NumberText(double value) {
     char text[32];
@@ -94,34 +44,6 @@ std::string NumberText(double value) {
 
 std::string PointText(const Point& point) {
     return NumberText(point.x) + "," + NumberText(point.y);
-}
-
-/// A point of the command line, or the place of "-" among them: the points of standard
-/// input, shown as they arrive.
-struct Source {
-    bool fromInput = false;
-    Point at;
-};
-
-/// The points of the command line in their order; at most one "-".
-std::vector<Source> CommandLinePoints(const PixelViewOptions& options) {
-    std::vector<Source> sources;
-    bool from_input = false;
-    for (const std::string& at : options.at) {
-        if (at == "-") {
-            if (from_input) {
-                throw BadRequest("--at - may be given once");
-            }
-            from_input = true;
-            sources.push_back({true, {}});
-        } else {
-            sources.push_back({false, ParsePoint(at, "--at")});
-        }
-    }
-    if (sources.empty()) {
-        throw BadRequest("give a point with --at");
-    }
-    return sources;
 }
 
 /// The pixel under `point`; throws BadRequest for a point outside the image.
@@ -277,32 +199,13 @@ std::string OneLine(std::string message) {
 int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
     // Everything that the command line can get wrong is checked before the host starts,
     // so that a bad request shows nothing and writes nothing.
-    const std::vector<Source> sources = CommandLinePoints(options);
-    std::optional<Point> origin;
-    if (!options.origin.empty()) {
-        origin = ParsePoint(options.origin, "--origin");
-    }
-    const DisplayModeChoice* mode = options.mode.empty() ? nullptr : &FindDisplayMode(options.mode);
-    if (!std::isfinite(options.scale) || options.scale <= 0 || options.scale > kMaxScale) {
-        throw BadRequest("--scale must be a number above 0 and at most 16");
-    }
-    RequireLocale(options.locale);
-    if (!options.monitor.empty()) {
-        RequireReadable(options.monitor, "--monitor");
-    }
-    if (!options.prefs.empty()) {
-        // The host makes a missing preference file, with its folder.
-        RequireFilePlace(options.prefs, "--prefs");
-    }
-    if (!options.png.empty()) {
-        RequireWritablePlace(options.png, "--png");
-    }
+    const PixelViewRequest request = CheckPixelViewOptions(options);
     const PixelViewImage image(options.image.empty() ? DefaultSampleImage() : options.image);
     // The points of the command line lie in the image, and their pixels can be read,
     // before anything is shown.
     std::vector<Shown> given;
     bool from_input = false;
-    for (const Source& source : sources) {
+    for (const PointSource& source : request.sources) {
         if (source.fromInput) {
             from_input = true;
         } else {
@@ -312,9 +215,9 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
 
     // Points of standard input are shown as their lines arrive; a line that is not a
     // point inside the image ends the run, after the panels before it.
-    Viewer viewer(options, image, origin, mode, given.size() > 1 || from_input);
+    Viewer viewer(options, image, request.origin, request.mode, given.size() > 1 || from_input);
     std::size_t next = 0;
-    for (const Source& source : sources) {
+    for (const PointSource& source : request.sources) {
         if (!source.fromInput) {
             viewer.Show(given[next++], out);
             continue;
@@ -365,40 +268,7 @@ CLI::App* AddPixelViewCommand(CLI::App& app, int& exit_status) {
         "(the panels of the lines before it stay printed); 3: a failure of the host or the "
         "plug-in.");
     auto options = std::make_shared<PixelViewOptions>();
-    command->add_option("IMAGE", options->image,
-                        "The image (anything OpenImageIO reads: EXR, TIFF, PNG, JPEG, DPX...); "
-                        "the bundled HDR colour chart when absent");
-    command
-        ->add_option("--at", options->at,
-                     "A point X,Y in image coordinates; repeat for several points (one panel "
-                     "each); \"-\" reads points from standard input, one per line, and shows "
-                     "each as soon as its line arrives. With several points each text panel "
-                     "ends with an empty line")
-        ->required()
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    command->add_option("--origin", options->origin, "The origin X,Y of X' and Y'");
-    command->add_option("--mode", options->mode,
-                        "The colour notation, chosen through the panel's menu (and so stored "
-                        "in the preferences): auto, percent, web, hsb, 8bpc, 10bpc, 16bpc, "
-                        "decimal");
-    command->add_option("--prefs", options->prefs,
-                        "The preference file (default: the host's, in the user's configuration "
-                        "folder)");
-    command->add_option("--locale", options->locale, "The host's locale, e.g. de_DE")
-        ->capture_default_str();
-    command->add_option("--monitor", options->monitor,
-                        "The ICC profile of the monitor that shows the swatch");
-    command->add_option("--scale", options->scale, "The UI scale of the drawn panel")
-        ->capture_default_str();
-    command->add_option("--png", options->png,
-                        "Draw the panel into this PNG file (with several points: NAME-1.png, "
-                        "NAME-2.png...)");
-    command->add_flag("--json", options->json,
-                      "Print the panel's snapshot (host script form) as JSON, one line per point");
-    command->add_option("--plugin", options->plugin,
-                        "The plug-in library (default: the Info palette library of this build)");
+    AddPixelViewOptions(*command, *options);
     command->callback([options, &exit_status] {
         PixelViewOptions run = *options;
         run.colour = ::isatty(STDOUT_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;

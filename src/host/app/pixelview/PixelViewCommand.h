@@ -8,37 +8,9 @@
 
 #include <CLI/CLI.hpp>
 
-namespace qzhost::pixelview {
+#include "pixelview/PixelViewRequest.h"
 
-struct PixelViewOptions {
-    /// The image; the bundled sample chart when empty.
-    std::string image;
-    /// The points, each "X,Y"; "-" reads points from standard input, one per line, each
-    /// shown as soon as its line arrives.
-    std::vector<std::string> at;
-    /// "X,Y": the origin of X', Y'; none when empty.
-    std::string origin;
-    /// The notation to choose through the panel's flyout menu; the stored one when empty.
-    std::string mode;
-    /// The preference file; the host's own when empty.
-    std::string prefs;
-    /// The host's locale (ICU locale id).
-    std::string locale = "en_US";
-    /// The ICC profile of the monitor that the swatch is shown on; none when empty.
-    std::string monitor;
-    /// The UI scale (the size of the drawn panel).
-    double scale = 1.0;
-    /// Where to draw the panel as PNG; nothing drawn when empty.
-    std::string png;
-    /// The panel's snapshot as JSON, one line per point, instead of text; with the image
-    /// ("image"), the point ("at"), the pixel delivered ("pixel": alpha, red, green, blue)
-    /// and the project depth ("project_depth") added.
-    bool json = false;
-    /// Colours in the text (terminal escape sequences).
-    bool colour = false;
-    /// The plug-in library; the Info palette library of this build when empty.
-    std::string plugin;
-};
+namespace qzhost::pixelview {
 
 /// Shows the panel for every point of `options` on `out`, reading "-" points from `in`
 /// line by line and printing each panel (flushed) before the next line is read. Returns

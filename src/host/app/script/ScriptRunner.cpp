@@ -9,18 +9,13 @@
 #include "script/OpArgs.h"
 #include "script/OpTable.h"
 #include "script/ScriptErrors.h"
+#include "script/ScriptLine.h"
 #include "script/ScriptSession.h"
 #include "script/Shape.h"
 
 namespace qzhost::script {
 
 namespace {
-
-/// Empty lines and comment lines ('#' as the first non-blank character) are skipped.
-bool IsSkipped(const std::string& line) {
-    const std::size_t first = line.find_first_not_of(" \t\r\f\v");
-    return first == std::string::npos || line[first] == '#';
-}
 
 void WriteLine(std::ostream& out, const Json& object) {
     // Text from the plug-in that is not valid UTF-8 is written with U+FFFD in its place.
@@ -37,25 +32,6 @@ Json OpNameOf(const Json& line) {
         }
     }
     return nullptr;
-}
-
-/// Parses one line into an object with a string "op"; throws ArgumentError otherwise.
-Json ParseLine(const std::string& text) {
-    Json line;
-    try {
-        line = Json::parse(text);
-    } catch (const Json::parse_error& error) {
-        throw ArgumentError("not valid JSON", error.what());
-    }
-    if (!line.is_object()) {
-        throw ArgumentError("a line must be a JSON object");
-    }
-    auto op = line.find("op");
-    if (op == line.end()) {
-        throw ArgumentError("missing field \"op\"");
-    }
-    AsString(*op, "\"op\"");
-    return line;
 }
 
 /// Ends the run for a failure of the host: the error object, a diagnostic, shutdown.
@@ -79,12 +55,12 @@ int RunLines(std::istream& in, std::ostream& out, std::ostream& err,
     long line_number = 0;
     while (std::getline(in, text)) {
         ++line_number;
-        if (IsSkipped(text)) {
+        if (IsSkippedLine(text)) {
             continue;
         }
         Json line;
         try {
-            line = ParseLine(text);
+            line = DecodeScriptLine(text);
             const OpArgs args(line);
             const OpHandler* handler = ops.Find(args.Op());
             if (handler == nullptr) {

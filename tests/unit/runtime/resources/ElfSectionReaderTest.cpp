@@ -82,6 +82,26 @@ TEST(ElfSectionReader, FindsTheNamedSectionsBytes) {
     EXPECT_EQ(ReadElfSection(image.bytes, ".text"), Bytes("code"));
 }
 
+TEST(ElfSectionReader, EmptySectionIsReadAsNoBytes) {
+    const ElfImage image = BuildElfImage({{".text", Bytes("code")}, {".qzres", {}}});
+    const auto section = ReadElfSection(image.bytes, ".qzres");
+    ASSERT_TRUE(section.has_value());
+    EXPECT_TRUE(section->empty());
+    const TempFile file("empty_section", image.bytes);
+    EXPECT_EQ(ReadElfSectionFromFile(file.Path(), ".qzres"), section);
+}
+
+TEST(ElfSectionReader, EmptyNameTableIsRefused) {
+    ElfImage image = SampleImage();
+    const std::size_t names = image.Header().e_shstrndx;
+    Elf64_Shdr table = image.Section(names);
+    table.sh_offset = 0;
+    table.sh_size = 0;
+    image.SetSection(names, table);
+    EXPECT_THAT(ImageError(image.bytes),
+                HasSubstr("lies outside the section name table (0 bytes)"));
+}
+
 TEST(ElfSectionReader, MissingSectionIsNone) {
     const ElfImage image = SampleImage();
     EXPECT_FALSE(ReadElfSection(image.bytes, ".qzre").has_value());

@@ -70,6 +70,31 @@ std::string Document(const std::vector<Entry>& entries, bool withSize = true,
     return out.str();
 }
 
+/// A document whose one value is `levels` lists, each inside the one before.
+std::string DeeplyNested(std::size_t levels) {
+    std::string document = "<prop.map version=\"4\"><prop.list>";
+    for (std::size_t i = 0; i < levels; ++i) {
+        document += "<prop.pair><key>k</key><prop.list>";
+    }
+    for (std::size_t i = 0; i < levels; ++i) {
+        document += "</prop.list></prop.pair>";
+    }
+    return document + "</prop.list></prop.map>";
+}
+
+/// A document whose one value is `levels` arrays, each the element type and the one
+/// element of the one before.
+std::string DeeplyNestedArrays(std::size_t levels) {
+    std::string document = "<prop.map version=\"4\"><prop.list><prop.pair><key>k</key>";
+    for (std::size_t i = 0; i < levels; ++i) {
+        document += "<array><array.type><array/></array.type>";
+    }
+    for (std::size_t i = 0; i < levels; ++i) {
+        document += "</array>";
+    }
+    return document + "</prop.pair></prop.list></prop.map>";
+}
+
 /// Entries 0 to count-1 listed in the text order of their keys.
 std::vector<Entry> TextOrdered(std::size_t count) {
     std::map<std::string, Entry> byKey;
@@ -195,6 +220,17 @@ TEST_F(LayoutRestoreTest, MalformedDocumentsAreErrors) {
         {"a key that is not a control", Document({{0, "UI_StaticText", {0, 0, 1, 1}}})
                                             .replace(good.find("Control-0"), 9, "Widget-0")},
         {"a wrong control count", Document({{0, "UI_StaticText", {0, 0, 1, 1}}}, true, "5")},
+        {"a coordinate beyond the layout range",
+         Document({{0, "UI_StaticText", {0, 0, 1, 1}}})
+             .replace(good.find("<float>1</float>"), 16, "<float>3e38</float>")},
+        {"a layout size beyond the layout range",
+         Document({{0, "UI_StaticText", {0, 0, 1, 1}}})
+             .replace(good.find("<float>150</float>"), 18, "<float>1e7</float>")},
+        {"a scale beyond the range of a float",
+         Document({{0, "UI_StaticText", {0, 0, 1, 1}}})
+             .replace(good.find("<float>1.5</float>"), 18, "<float>1e39</float>")},
+        {"lists nested a hundred thousand levels deep", DeeplyNested(100000)},
+        {"arrays nested a hundred thousand levels deep", DeeplyNestedArrays(100000)},
         {"an unknown value type",
          Document({{0, "UI_StaticText", {0, 0, 1, 1}}})
              .replace(good.find("<string>1.2</string>"), 20, "<blob>1.2</blob>")},

@@ -33,6 +33,11 @@ public:
     explicit MemorySource(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
     std::uint64_t Size() const { return bytes_.size(); }
     void Read(std::uint64_t offset, std::size_t size, void* out) const {
+        // An empty section reads into an empty buffer, whose data may be null: memcpy
+        // must not see it.
+        if (size == 0) {
+            return;
+        }
         std::memcpy(out, bytes_.data() + offset, size);
     }
 

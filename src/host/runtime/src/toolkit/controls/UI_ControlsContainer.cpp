@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <map>
 #include <typeinfo>
 
@@ -27,6 +29,11 @@ constexpr std::int32_t kClassMismatchMinor = 42;
 constexpr std::int32_t kNoLayoutSizeMinor = 43;
 
 constexpr std::string_view kControlKeyPrefix = "Control-";
+
+// The largest coordinate or size of a layout, either sign. Positions are turned into
+// whole pixels as they are summed up the tree of controls; a layout far beyond any screen
+// would overflow them.
+constexpr double kMaxLayoutCoordinate = 1'000'000.0;
 
 kitcore::utility::UTF16String U16(const std::string& utf8) {
     return qzhost::strings::Utf8ToUtf16(utf8);
@@ -89,7 +96,8 @@ std::optional<std::size_t> ControlNumber(std::string_view key) {
     return n;
 }
 
-/// `count` numbers from an array of ints or floats.
+/// `count` coordinates from an array of ints or floats, each at most kMaxLayoutCoordinate
+/// from zero.
 std::vector<float> Numbers(const PropertyValue* value, std::size_t count, const std::string& what) {
     if (value == nullptr || value->type != PropertyValue::Type::kArray ||
         value->elements.size() != count) {
@@ -100,6 +108,11 @@ std::vector<float> Numbers(const PropertyValue* value, std::size_t count, const 
         const std::optional<double> n = element.AsNumber();
         if (!n) {
             ThrowMalformed(what + " must be an array of " + std::to_string(count) + " numbers");
+        }
+        if (std::fabs(*n) > kMaxLayoutCoordinate) {
+            ThrowMalformed(what + " holds " + std::to_string(*n) + ", beyond the layout range of " +
+                           std::to_string(static_cast<long>(kMaxLayoutCoordinate)) +
+                           " either side of zero");
         }
         numbers.push_back(static_cast<float>(*n));
     }
@@ -191,8 +204,12 @@ kitui::ui::PointT<float> UI_ControlsContainer::RestoreLayout(const std::string& 
     if (const PropertyValue* scaleValue = root.Find("Scale")) {
         const PropertyValue* x = scaleValue->Find("X");
         const PropertyValue* y = scaleValue->Find("Y");
-        if (x == nullptr || y == nullptr || !x->AsNumber() || !y->AsNumber()) {
-            ThrowMalformed("Scale must hold the numbers X and Y");
+        const auto isFloat = [](const PropertyValue* v) {
+            return v != nullptr && v->AsNumber() &&
+                   std::fabs(*v->AsNumber()) <= std::numeric_limits<float>::max();
+        };
+        if (!isFloat(x) || !isFloat(y)) {
+            ThrowMalformed("Scale must hold the numbers X and Y, each in the range of a float");
         }
         scale = {static_cast<float>(*x->AsNumber()), static_cast<float>(*y->AsNumber())};
     }

@@ -21,6 +21,10 @@ std::string_view Trim(std::string_view s) {
     return s;
 }
 
+// How deeply lists and arrays may nest. The reader descends one level per list or array,
+// so the limit bounds its stack; the host's own layouts nest five levels.
+constexpr int kMaxNesting = 64;
+
 std::string Where(const pugi::xml_node& node) {
     return "<" + std::string(node.name()) + "> at offset " + std::to_string(node.offset_debug());
 }
@@ -60,9 +64,14 @@ std::string LeafText(const pugi::xml_node& node) {
     return text;
 }
 
-PropertyValue ParseValue(const pugi::xml_node& node);
+PropertyValue ParseValue(const pugi::xml_node& node, int depth);
 
-PropertyList ParseList(const pugi::xml_node& node) {
+// `depth` is the number of lists and arrays around `node`, itself included.
+PropertyList ParseList(const pugi::xml_node& node, int depth) {
+    if (depth > kMaxNesting) {
+        throw PropertyMapError(Where(node) + " is nested more than " + std::to_string(kMaxNesting) +
+                               " levels deep");
+    }
     PropertyList list;
     for (const pugi::xml_node& pair : Elements(node)) {
         if (std::string_view(pair.name()) != "prop.pair") {
@@ -72,7 +81,7 @@ PropertyList ParseList(const pugi::xml_node& node) {
         if (parts.size() != 2 || std::string_view(parts[0].name()) != "key") {
             throw PropertyMapError(Where(pair) + " must hold a <key> and one value");
         }
-        list.emplace_back(LeafText(parts[0]), ParseValue(parts[1]));
+        list.emplace_back(LeafText(parts[0]), ParseValue(parts[1], depth));
     }
     return list;
 }
@@ -128,7 +137,7 @@ PropertyValue ParseInt(const pugi::xml_node& node) {
     return v;
 }
 
-PropertyValue ParseValue(const pugi::xml_node& node) {
+PropertyValue ParseValue(const pugi::xml_node& node, int depth) {
     const std::string_view name = node.name();
     PropertyValue v;
     if (name == "string") {
@@ -141,9 +150,13 @@ PropertyValue ParseValue(const pugi::xml_node& node) {
         v.number = ParseFloat(node);
     } else if (name == "prop.list") {
         v.type = PropertyValue::Type::kList;
-        v.list = ParseList(node);
+        v.list = ParseList(node, depth + 1);
     } else if (name == "array") {
         v.type = PropertyValue::Type::kArray;
+        if (depth + 1 > kMaxNesting) {
+            throw PropertyMapError(Where(node) + " is nested more than " +
+                                   std::to_string(kMaxNesting) + " levels deep");
+        }
         const std::vector<pugi::xml_node> children = Elements(node);
         if (children.empty() || std::string_view(children[0].name()) != "array.type") {
             throw PropertyMapError(Where(node) + " must start with <array.type>");
@@ -158,7 +171,7 @@ PropertyValue ParseValue(const pugi::xml_node& node) {
                 throw PropertyMapError("element " + Where(children[i]) + " of an array of <" +
                                        v.elementType + ">");
             }
-            v.elements.push_back(ParseValue(children[i]));
+            v.elements.push_back(ParseValue(children[i], depth + 1));
         }
     } else {
         throw PropertyMapError("unknown value type " + Where(node));
@@ -167,6 +180,13 @@ PropertyValue ParseValue(const pugi::xml_node& node) {
 }
 
 } // namespace
+
+PropertyValue::PropertyValue() = default;
+PropertyValue::PropertyValue(const PropertyValue&) = default;
+PropertyValue::PropertyValue(PropertyValue&&) noexcept = default;
+PropertyValue& PropertyValue::operator=(const PropertyValue&) = default;
+PropertyValue& PropertyValue::operator=(PropertyValue&&) noexcept = default;
+PropertyValue::~PropertyValue() = default;
 
 const PropertyValue* PropertyValue::Find(std::string_view key) const {
     if (type != Type::kList) {
@@ -209,7 +229,7 @@ PropertyList ParsePropertyMap(std::string_view document) {
     if (top.size() != 1 || std::string_view(top[0].name()) != "prop.list") {
         throw PropertyMapError("<prop.map> must hold one <prop.list>");
     }
-    return ParseList(top[0]);
+    return ParseList(top[0], 1);
 }
 
 } // namespace qzhost::layout

@@ -30,6 +30,16 @@ struct PropertyValue;
 using PropertyList = std::vector<std::pair<std::string, PropertyValue>>;
 
 struct PropertyValue {
+    // Declared here and defaulted in the source file: a value holds a list of pairs of
+    // values, which is an incomplete type inside this class, so the members that copy,
+    // move or destroy the list must not be made before the class is complete.
+    PropertyValue();
+    PropertyValue(const PropertyValue&);
+    PropertyValue(PropertyValue&&) noexcept;
+    PropertyValue& operator=(const PropertyValue&);
+    PropertyValue& operator=(PropertyValue&&) noexcept;
+    ~PropertyValue();
+
     enum class Type { kString, kInt, kFloat, kArray, kList };
     Type type = Type::kString;
     std::string text;                    // kString

@@ -1,0 +1,159 @@
+#include "pixelview/PixelViewRequest.h"
+
+#include <unicode/uloc.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <filesystem>
+#include <regex>
+
+#include "pixelview/PixelViewError.h"
+
+namespace qzhost::pixelview {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The largest UI scale: a panel drawn beyond it would be a poster, not a panel.
+constexpr double kMaxScale = 16.0;
+
+void RequireLocale(const std::string& locale) {
+    // ICU keeps a locale id in a buffer of this size, its terminating NUL included. The
+    // length is checked first also because the pattern match below recurses once per
+    // character: a long enough text would overflow the stack.
+    if (locale.size() >= ULOC_FULLNAME_CAPACITY) {
+        throw BadRequest("--locale must be a locale id such as en_US or de_DE, at most " +
+                         std::to_string(ULOC_FULLNAME_CAPACITY - 1) + " characters, not " +
+                         std::to_string(locale.size()));
+    }
+    // An ICU locale id: language, optional script and region, optional keywords.
+    static const std::regex pattern(
+        "[A-Za-z]{2,3}([_-][A-Za-z]{4})?([_-]([A-Za-z]{2}|[0-9]{3}))?(@[A-Za-z0-9=;_-]+)?");
+    if (!std::regex_match(locale, pattern)) {
+        throw BadRequest("--locale must be a locale id such as en_US or de_DE, not '" + locale +
+                         "'");
+    }
+}
+
+void RequireReadable(const std::string& path, const std::string& what) {
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) {
+        throw BadRequest(what + ": no such file '" + path + "'");
+    }
+    if (::access(path.c_str(), R_OK) != 0) {
+        throw BadRequest(what + ": cannot read '" + path + "'");
+    }
+}
+
+/// A file that the run may create or replace: no folder, nor anything but a file.
+void RequireFilePlace(const std::string& path, const std::string& what) {
+    std::error_code error;
+    const fs::path file(path);
+    if (fs::is_directory(file, error)) {
+        throw BadRequest(what + ": '" + path + "' is a directory");
+    }
+    if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
+        throw BadRequest(what + ": '" + path + "' is not a regular file");
+    }
+}
+
+/// A file that the run may create or replace in a folder that exists and is writable.
+void RequireWritablePlace(const std::string& path, const std::string& what) {
+    std::error_code error;
+    const fs::path file(path);
+    RequireFilePlace(path, what);
+    const fs::path folder = file.parent_path().empty() ? fs::path(".") : file.parent_path();
+    if (!fs::is_directory(folder, error)) {
+        throw BadRequest(what + ": no such folder '" + folder.string() + "'");
+    }
+    if (::access(folder.c_str(), W_OK) != 0) {
+        throw BadRequest(what + ": cannot write into '" + folder.string() + "'");
+    }
+}
+
+/// The points of the command line in their order; at most one "-".
+std::vector<PointSource> CommandLinePoints(const PixelViewOptions& options) {
+    std::vector<PointSource> sources;
+    bool from_input = false;
+    for (const std::string& at : options.at) {
+        if (at == "-") {
+            if (from_input) {
+                throw BadRequest("--at - may be given once");
+            }
+            from_input = true;
+            sources.push_back({true, {}});
+        } else {
+            sources.push_back({false, ParsePoint(at, "--at")});
+        }
+    }
+    if (sources.empty()) {
+        throw BadRequest("give a point with --at");
+    }
+    return sources;
+}
+
+} // namespace
+
+void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options) {
+    command.add_option("IMAGE", options.image,
+                       "The image (anything OpenImageIO reads: EXR, TIFF, PNG, JPEG, DPX...); "
+                       "the bundled HDR colour chart when absent");
+    command
+        .add_option("--at", options.at,
+                    "A point X,Y in image coordinates; repeat for several points (one panel "
+                    "each); \"-\" reads points from standard input, one per line, and shows "
+                    "each as soon as its line arrives. With several points each text panel "
+                    "ends with an empty line")
+        ->required()
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    command.add_option("--origin", options.origin, "The origin X,Y of X' and Y'");
+    command.add_option("--mode", options.mode,
+                       "The colour notation, chosen through the panel's menu (and so stored "
+                       "in the preferences): auto, percent, web, hsb, 8bpc, 10bpc, 16bpc, "
+                       "decimal");
+    command.add_option("--prefs", options.prefs,
+                       "The preference file (default: the host's, in the user's configuration "
+                       "folder)");
+    command.add_option("--locale", options.locale, "The host's locale, e.g. de_DE")
+        ->capture_default_str();
+    command.add_option("--monitor", options.monitor,
+                       "The ICC profile of the monitor that shows the swatch");
+    command.add_option("--scale", options.scale, "The UI scale of the drawn panel")
+        ->capture_default_str();
+    command.add_option("--png", options.png,
+                       "Draw the panel into this PNG file (with several points: NAME-1.png, "
+                       "NAME-2.png...)");
+    command.add_flag("--json", options.json,
+                     "Print the panel's snapshot (host script form) as JSON, one line per point");
+    command.add_option("--plugin", options.plugin,
+                       "The plug-in library (default: the Info palette library of this build)");
+}
+
+PixelViewRequest CheckPixelViewOptions(const PixelViewOptions& options) {
+    const std::vector<PointSource> sources = CommandLinePoints(options);
+    std::optional<Point> origin;
+    if (!options.origin.empty()) {
+        origin = ParsePoint(options.origin, "--origin");
+    }
+    const DisplayModeChoice* mode = options.mode.empty() ? nullptr : &FindDisplayMode(options.mode);
+    if (!std::isfinite(options.scale) || options.scale <= 0 || options.scale > kMaxScale) {
+        throw BadRequest("--scale must be a number above 0 and at most 16");
+    }
+    RequireLocale(options.locale);
+    if (!options.monitor.empty()) {
+        RequireReadable(options.monitor, "--monitor");
+    }
+    if (!options.prefs.empty()) {
+        // The host makes a missing preference file, with its folder.
+        RequireFilePlace(options.prefs, "--prefs");
+    }
+    if (!options.png.empty()) {
+        RequireWritablePlace(options.png, "--png");
+    }
+    return {sources, origin, mode};
+}
+
+} // namespace qzhost::pixelview
