@@ -7,15 +7,12 @@
 #include <QStyle>
 #include <QToolButton>
 
+#include "QtText.h"
 #include "qzhost/WorkspaceModel.h"
 
 namespace qzview {
 
 namespace {
-
-QString ToQString(const kitcore::utility::UTF16String& text) {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QToolButton* Button(QWidget* parent, const QIcon& icon, const QString& tip) {
     auto* button = new QToolButton(parent);

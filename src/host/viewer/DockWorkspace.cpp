@@ -6,16 +6,9 @@
 
 #include "DockTitleBar.h"
 #include "PanelWidget.h"
+#include "QtText.h"
 
 namespace qzview {
-
-namespace {
-
-QString ToQString(const kitcore::utility::UTF16String& text) {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 DockWorkspace::DockWorkspace(QMainWindow& window, double scale)
     : QObject(&window), window_(window), scale_(scale) {

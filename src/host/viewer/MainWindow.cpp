@@ -38,6 +38,10 @@ using qzhost::script::kInfoTabType;
 /// The hint of the viewer's one tool, written as the first text line.
 constexpr const char* kToolHint = "Ctrl+click: set origin";
 
+/// The plug-in's command that shows and hides the Info panel; the host gives it the
+/// keyboard shortcut that users of its Window menu know.
+constexpr std::int32_t kInfoWindowCommand = 2028;
+
 /// One displayed frame at 60 Hz.
 constexpr std::chrono::milliseconds kFrame{16};
 
@@ -198,7 +202,7 @@ void MainWindow::UpdateWindowMenu() {
         action->setChecked(item.checked);
         action->setEnabled(item.enabled);
         action->setObjectName(QStringLiteral("command.%1").arg(item.command));
-        if (item.command == 2028) {
+        if (item.command == kInfoWindowCommand) {
             action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_8));
         }
         const std::int32_t command = item.command;

@@ -45,7 +45,6 @@ PanelWidget::PanelWidget(qzhost::TabFrame& frame, double scale, QWidget* parent)
     const double ratio = devicePixelRatioF();
     resize(static_cast<int>(std::ceil(bounds.width * scale_ / ratio)),
            static_cast<int>(std::ceil(bounds.height * scale_ / ratio)));
-    FollowMinimumSize();
     FollowWidgetSize();
 }
 
@@ -92,7 +91,6 @@ QRect PanelWidget::ToWidget(const kitui::ui::RectT<float>& units) const {
 }
 
 bool PanelWidget::Flush() {
-    FollowMinimumSize();
     if (!frame_.UI_HasInvalidArea()) {
         return false;
     }
@@ -111,6 +109,9 @@ bool PanelWidget::Flush() {
 }
 
 void PanelWidget::RedrawAll() {
+    // The panel's minimum size comes with its layout; it is looked at again whenever the
+    // whole panel is drawn (shown again, resized), not on every frame.
+    FollowMinimumSize();
     frame_.UI_ClearInvalidArea();
     canvas_->RedrawArea(frame_, 0, 0, canvas_->PixelWidth(), canvas_->PixelHeight());
     update();

@@ -20,11 +20,10 @@ public:
     ~PanelWidget() override;
 
     /// Draws what the node tree marked invalid into the kept image and asks Qt to repaint
-    /// those rectangles; returns whether there was anything. Also follows a change of
-    /// the panel's minimum size.
+    /// those rectangles; returns whether there was anything.
     bool Flush();
     /// Draws the whole panel again (after it was hidden, resized or moved to a screen of
-    /// another pixel ratio).
+    /// another pixel ratio), and follows the panel's minimum size.
     void RedrawAll();
     /// The number of repaints so far.
     std::uint64_t Repaints() const noexcept { return repaints_; }

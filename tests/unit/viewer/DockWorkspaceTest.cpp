@@ -162,7 +162,7 @@ TEST_F(DockWorkspaceTest, MinimisedWindowHidesThePanel) {
 }
 
 TEST_F(DockWorkspaceTest, PanelDrawnPieceByPieceEqualsAWholeDrawing) {
-    Start({Sample("chart.png")}, 2.0);
+    Start({"chart.png"}, 2.0);
     MoveTo(Canvas().Mapping().OriginX() + 30, Canvas().Mapping().OriginY() + 30);
     MoveTo(Canvas().Mapping().OriginX() + 130, Canvas().Mapping().OriginY() + 90);
     WriteLines("a line", "another", "");
@@ -185,7 +185,7 @@ TEST_F(DockWorkspaceTest, PanelDrawnPieceByPieceEqualsAWholeDrawing) {
 }
 
 TEST_F(DockWorkspaceTest, DockIsNeverSmallerThanThePanelsMinimum) {
-    Start({Sample("chart.png")}, 2.0);
+    Start({"chart.png"}, 2.0);
     const auto minimum = Snapshot().at("min_size");
     qzview::PanelWidget* panel = Window().Docks().Panel(kInfoTabType);
     // The panel gives its minimum in pixels of its UI scale; the screen's pixel ratio is 1.

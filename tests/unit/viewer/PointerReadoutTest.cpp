@@ -122,7 +122,7 @@ TEST_F(PointerReadoutTest, OutsideTheCompositionIsTransparentBlack) {
 }
 
 TEST_F(PointerReadoutTest, FloatProjectShowsWorkingValuesNotDisplayedOnes) {
-    Start({Sample("chart.exr")});
+    Start({"chart.exr"});
     EXPECT_EQ(Window().ProjectDepth(), 2);
     Canvas().ZoomTo(1.0);
     Settle();

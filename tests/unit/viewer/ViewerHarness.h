@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,9 +22,8 @@
 
 namespace qzviewtest {
 
-inline std::string Sample(const char* name) {
-    return std::string(QZ_SOURCE_DIR) + "/samples/" + name;
-}
+/// The path of a bundled sample image.
+std::string Sample(const char* name);
 
 class ViewerHarness : public ::testing::Test {
 protected:
@@ -37,27 +37,8 @@ protected:
 
     std::string PrefsPath() const { return (folder_.Path() / "preferences.txt").string(); }
 
-    /// Starts a session on `images` with this test's preference file.
-    void Start(std::vector<std::string> images = {Sample("chart.png")}, double scale = 1.0) {
-        if (session_) {
-            // The next session resets the host's records: check this one's first.
-            Stop();
-            EXPECT_EQ(qzhost::HostControls::Get().Violations(), std::vector<std::string>());
-        }
-        qzview::ViewerOptions options;
-        options.images = images;
-        options.prefs = PrefsPath();
-        options.plugin = QZ_INFOPAL_LIBRARY;
-        options.scale = scale;
-        options.geometry = QRect(0, 0, 1000, 640);
-        std::vector<qzview::LayerImage> layers;
-        for (const std::string& path : images) {
-            layers.push_back(qzview::ReadLayerImage(path));
-        }
-        session_ = std::make_unique<qzview::ViewerSession>(options, std::move(layers));
-        session_->Window().show();
-        Settle();
-    }
+    /// Starts a session on the bundled `samples` with this test's preference file.
+    void Start(std::initializer_list<const char*> samples = {"chart.png"}, double scale = 1.0);
     void Stop() { session_.reset(); }
 
     qzview::MainWindow& Window() { return session_->Window(); }
