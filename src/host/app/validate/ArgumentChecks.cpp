@@ -51,10 +51,8 @@ void EnterState(ValidationHost& host, const PanelState& state) {
 std::string Arguments(const CheckContext& context) {
     ValidationHost host(context.Plugin());
     GuardedStrings guard;
-    LoadStarted(host, context);
-    if (!ValidationHost::SuitePublished()) {
-        RunOp(host, "unload", "unloading");
-        return "nothing to call: the plug-in publishes no Info palette suite";
+    if (auto nothing = LoadStartedWithSuite(host, context)) {
+        return *nothing;
     }
     const std::vector<PanelState> states =
         PanelStates(!ValidationHost::State().tabCreators.empty());

@@ -111,4 +111,13 @@ void LoadStarted(ValidationHost& host, const CheckContext& context) {
     RequireResult(RunOp(host, "load", "the entry"), {0}, "the entry");
 }
 
+std::optional<std::string> LoadStartedWithSuite(ValidationHost& host, const CheckContext& context) {
+    LoadStarted(host, context);
+    if (ValidationHost::SuitePublished()) {
+        return std::nullopt;
+    }
+    RunOp(host, "unload", "unloading");
+    return "nothing to call: the plug-in publishes no Info palette suite";
+}
+
 } // namespace qzhost::validate

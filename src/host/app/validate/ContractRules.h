@@ -2,6 +2,7 @@
 // throws CheckFailure naming the breach and the moment (`when`) it was seen.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "validate/Check.h"
@@ -36,5 +37,10 @@ void DieAndUnload(ValidationHost& host, std::initializer_list<int> death_results
 
 /// Loads the plug-in and requires a successful start.
 void LoadStarted(ValidationHost& host, const CheckContext& context);
+
+/// Loads the plug-in and requires a successful start, for a check that calls the
+/// published suite: when the plug-in publishes none, unloads it and gives the reason the
+/// check has nothing to call; otherwise nothing.
+std::optional<std::string> LoadStartedWithSuite(ValidationHost& host, const CheckContext& context);
 
 } // namespace qzhost::validate

@@ -20,10 +20,8 @@ Json Workspace(const char* action) {
 std::string StringsNotKept(const CheckContext& context) {
     ValidationHost host(context.Plugin());
     GuardedStrings guard;
-    LoadStarted(host, context);
-    if (!ValidationHost::SuitePublished()) {
-        RunOp(host, "unload", "unloading");
-        return "nothing to call: the plug-in publishes no Info palette suite";
+    if (auto nothing = LoadStartedWithSuite(host, context)) {
+        return *nothing;
     }
     const bool has_panel = !ValidationHost::State().tabCreators.empty();
     if (has_panel) {
