@@ -42,9 +42,16 @@ void EventLog::Ready(const std::array<int, 4>& window, int canvas_x, int canvas_
     }
     line_.Append('}');
     Write();
+    ready_ = true;
+    if (panel) {
+        Panel();
+    }
 }
 
 void EventLog::Panel() {
+    if (!ready_) {
+        return; // paints before the window is on the screen
+    }
     reader_.Read(state_);
     line_.Append("{\"event\":\"panel\",");
     qzhost::pixelview::AppendSnapshotMembers(state_, line_);

@@ -22,6 +22,8 @@ public:
     void Ready(const std::array<int, 4>& window, int canvas_x, int canvas_y, double zoom,
                const std::optional<std::array<int, 4>>& panel);
     /// {"event":"panel", ...}: the Info panel as the host script's snapshot shows it.
+    /// Nothing before the ready event, which is the first line; the ready event is
+    /// followed by the panel as it is then.
     void Panel();
     /// {"event":NAME} followed by `members` (already JSON, starting with a comma, or empty).
     void Event(const char* name, std::string_view members = {});
@@ -35,6 +37,7 @@ private:
     qzhost::pixelview::PanelReader reader_;
     qzhost::pixelview::PanelState state_;
     qzhost::pixelview::TextBuffer line_;
+    bool ready_ = false;
 };
 
 } // namespace qzview
