@@ -59,6 +59,17 @@ QPoint CanvasView::DevicePixel(const QPointF& point) const {
             static_cast<int>(std::floor(point.y() * ratio))};
 }
 
+QPointF CanvasView::WidgetPointOf(const CompositionPoint& point) const {
+    const double ratio = devicePixelRatioF();
+    return {(mapping_.OriginX() + point.x * mapping_.Zoom()) / ratio,
+            (mapping_.OriginY() + point.y * mapping_.Zoom()) / ratio};
+}
+
+void CanvasView::SetOutline(std::optional<LayerOutline> outline) {
+    outline_ = outline;
+    update();
+}
+
 CompositionPoint CanvasView::PositionAt(const QPointF& point) const {
     const QPoint device = DevicePixel(point);
     return mapping_.ToComposition(device.x(), device.y());
@@ -144,6 +155,29 @@ void CanvasView::paintEvent(QPaintEvent*) {
     }
     QPainter painter(this);
     painter.drawImage(QPoint(0, 0), view_);
+    if (!outline_) {
+        return;
+    }
+    // The selected layer: its outline, a handle at each corner (dragging one scales the
+    // layer) and its anchor point.
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPolygonF quad;
+    for (const CompositionPoint& corner : outline_->corners) {
+        quad << WidgetPointOf(corner);
+    }
+    painter.setPen(QPen(QColor(80, 160, 255), 1.0));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolygon(quad);
+    painter.setBrush(QColor(80, 160, 255));
+    for (const QPointF& corner : quad) {
+        painter.drawRect(QRectF(corner.x() - 3, corner.y() - 3, 6, 6));
+    }
+    const QPointF anchor = WidgetPointOf(outline_->anchor);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(255, 255, 255), 1.0));
+    painter.drawEllipse(anchor, 5, 5);
+    painter.drawLine(anchor - QPointF(8, 0), anchor + QPointF(8, 0));
+    painter.drawLine(anchor - QPointF(0, 8), anchor + QPointF(0, 8));
 }
 
 void CanvasView::mouseMoveEvent(QMouseEvent* event) {
@@ -156,6 +190,9 @@ void CanvasView::mouseMoveEvent(QMouseEvent* event) {
         Changed();
     }
     emit pointerMoved(PositionAt(event->position()));
+    if (dragging_) {
+        emit dragMoved(PositionAt(event->position()), event->modifiers());
+    }
 }
 
 void CanvasView::mousePressEvent(QMouseEvent* event) {
@@ -167,17 +204,37 @@ void CanvasView::mousePressEvent(QMouseEvent* event) {
     }
     if (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ControlModifier)) {
         emit originPicked(PositionAt(event->position()));
+        return;
+    }
+    if (event->button() == Qt::LeftButton) {
+        dragging_ = true;
+        emit dragPressed(PositionAt(event->position()), event->modifiers());
     }
 }
 
-void CanvasView::mouseReleaseEvent(QMouseEvent*) {
+void CanvasView::mouseReleaseEvent(QMouseEvent* event) {
     if (panning_) {
         panning_ = false;
         setCursor(spaceHeld_ ? Qt::OpenHandCursor : Qt::CrossCursor);
+        return;
+    }
+    if (dragging_ && event->button() == Qt::LeftButton) {
+        dragging_ = false;
+        emit dragReleased();
     }
 }
 
 void CanvasView::wheelEvent(QWheelEvent* event) {
+    if (event->modifiers() & Qt::AltModifier) {
+        // With Alt held some window systems turn the wheel into a horizontal one.
+        const QPoint delta = event->angleDelta();
+        const int turned = delta.y() != 0 ? delta.y() : delta.x();
+        if (turned != 0) {
+            emit scaleWheel(turned > 0 ? 1 : -1, event->modifiers());
+        }
+        event->accept();
+        return;
+    }
     const int steps = event->angleDelta().y() > 0 ? 1 : event->angleDelta().y() < 0 ? -1 : 0;
     if (steps != 0) {
         ZoomAroundDevice(mapping_.Step(steps), DevicePixel(event->position()));

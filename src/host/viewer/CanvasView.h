@@ -1,10 +1,15 @@
 // The composition viewer: the composition drawn at a zoom, with its pixels as squares of
 // whole screen pixels when magnified; the wheel zooms around the pointer, the middle
 // button (or the space bar with the left button) pans, Ctrl+click sets the origin. Every
-// screen pixel is drawn with the composition pixel that the pointer reads there.
+// screen pixel is drawn with the composition pixel that the pointer reads there. A drag
+// with the left button, and the wheel with Alt held, are reported for the current tool to
+// act on; the selected layer's outline, corner handles and anchor point are drawn over the
+// composition.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <QImage>
@@ -13,6 +18,15 @@
 #include "CanvasMapping.h"
 
 namespace qzview {
+
+/// What is drawn over the composition for the selected layer.
+struct LayerOutline {
+    /// The layer's corners in the composition: top-left, top-right, bottom-right,
+    /// bottom-left.
+    std::array<CompositionPoint, 4> corners;
+    /// Where its anchor point lies in the composition.
+    CompositionPoint anchor;
+};
 
 class CanvasView : public QWidget {
     Q_OBJECT
@@ -35,6 +49,13 @@ public:
 
     /// The composition position under widget point `point` (logical coordinates).
     CompositionPoint PositionAt(const QPointF& point) const;
+    /// The widget point (logical coordinates) where composition point `point` is drawn.
+    QPointF WidgetPointOf(const CompositionPoint& point) const;
+
+    /// Draws the selected layer's outline (none: nothing drawn over the composition).
+    void SetOutline(std::optional<LayerOutline> outline);
+    /// Whether a drag with the left button is under way.
+    bool Dragging() const noexcept { return dragging_; }
 
 signals:
     /// The pointer moved over the canvas to `position` (composition pixels).
@@ -45,6 +66,14 @@ signals:
     void originPicked(qzview::CompositionPoint position);
     /// The zoom or the pan changed.
     void mappingChanged();
+    /// The left button went down at `position` (not Ctrl+click, not a pan).
+    void dragPressed(qzview::CompositionPoint position, Qt::KeyboardModifiers modifiers);
+    /// The pointer moved with the left button down.
+    void dragMoved(qzview::CompositionPoint position, Qt::KeyboardModifiers modifiers);
+    /// The left button came up, ending the drag.
+    void dragReleased();
+    /// The wheel turned `steps` notches (up: positive) with Alt held.
+    void scaleWheel(int steps, Qt::KeyboardModifiers modifiers);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -70,6 +99,8 @@ private:
     std::vector<std::uint32_t> colours_;
     QImage view_;
     bool viewValid_ = false;
+    std::optional<LayerOutline> outline_;
+    bool dragging_ = false;
     bool spaceHeld_ = false;
     bool panning_ = false;
     QPoint panFrom_;

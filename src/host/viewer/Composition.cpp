@@ -1,14 +1,19 @@
 #include "Composition.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 #include <stdexcept>
 
-#include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/imagebufalgo.h>
 
 namespace qzview {
 
 namespace {
+
+/// The filter with which layers are resampled: bilinear, so that a layer moved by a
+/// fraction of a pixel stays sharp.
+constexpr const char* kWarpFilter = "triangle";
 
 OIIO::ImageSpec RgbaSpec(int width, int height) {
     OIIO::ImageSpec format(width, height, 4, OIIO::TypeDesc::FLOAT);
@@ -16,68 +21,247 @@ OIIO::ImageSpec RgbaSpec(int width, int height) {
     return format;
 }
 
-/// `layer` in a composition-sized buffer, at the top-left corner, transparent black
-/// where it does not reach; colour multiplied by alpha, as `over` takes it.
-OIIO::ImageBuf Premultiplied(LayerImage& layer, int width, int height) {
-    OIIO::ImageSpec header = RgbaSpec(layer.width, layer.height);
-    OIIO::ImageBuf source(header, layer.rgba.data());
-    OIIO::ImageBuf placed(RgbaSpec(width, height));
-    OIIO::ImageBufAlgo::zero(placed);
-    OIIO::ImageBufAlgo::paste(
-        placed, 0, 0, 0, 0, source,
-        OIIO::ROI(0, std::min(layer.width, width), 0, std::min(layer.height, height), 0, 1, 0, 4));
-    return OIIO::ImageBufAlgo::premult(placed);
+/// A view of a layer's straight pixels, read only.
+OIIO::ImageBuf View(const LayerImage& image) {
+    // The buffer is only read: ImageBuf takes a plain pointer for the pixels it wraps.
+    return OIIO::ImageBuf(RgbaSpec(image.width, image.height),
+                          const_cast<float*>(image.rgba.data()));
+}
+
+void Check(bool ok, const OIIO::ImageBuf& buffer, const char* what) {
+    if (!ok || buffer.has_error()) {
+        throw std::runtime_error(std::string("composite: ") + what + ": " + buffer.geterror());
+    }
+}
+
+/// The whole-pixel region of `target` that `from` pasted at `dx`, `dy` reaches, in the
+/// source's pixels.
+OIIO::ROI PasteRegion(int width, int height, int dx, int dy, int target_w, int target_h) {
+    const int x0 = std::max(0, -dx);
+    const int y0 = std::max(0, -dy);
+    const int x1 = std::min(width, target_w - dx);
+    const int y1 = std::min(height, target_h - dy);
+    return OIIO::ROI(x0, std::max(x0, x1), y0, std::max(y0, y1), 0, 1, 0, 4);
 }
 
 } // namespace
 
-void Composition::AddLayer(LayerImage image) {
-    if (layers_.empty()) {
+Layer& Composition::Add(Layer layer) {
+    layer.id = nextId_++;
+    layers_.push_back(std::move(layer));
+    dirty_ = true;
+    return layers_.back();
+}
+
+int Composition::AddImage(LayerImage image) {
+    if (layers_.empty() || width_ == 0) {
         width_ = image.width;
         height_ = image.height;
     }
-    layers_.push_back(std::move(image));
+    Layer layer;
+    layer.name = image.name;
+    layer.kind = LayerKind::Visual;
+    layer.values.anchor = {image.width / 2.0, image.height / 2.0, 0};
+    layer.values.position = {width_ / 2.0, height_ / 2.0, 0};
+    layer.defaults = layer.values;
+    layer.image = std::make_shared<const LayerImage>(std::move(image));
+    return Add(std::move(layer)).id;
+}
+
+int Composition::AddCamera() {
+    int cameras = 0;
+    for (const Layer& layer : layers_) {
+        cameras += layer.kind == LayerKind::Camera ? 1 : 0;
+    }
+    Layer camera;
+    camera.name = "Camera " + std::to_string(cameras + 1);
+    camera.kind = LayerKind::Camera;
+    // The camera looks at the composition's centre from in front of it.
+    camera.values.anchor = {width_ / 2.0, height_ / 2.0, 0};
+    camera.values.position = {width_ / 2.0, height_ / 2.0, -std::max(800.0, width_ * 1.5)};
+    camera.defaults = camera.values;
+    return Add(std::move(camera)).id;
+}
+
+void Composition::Remove(int id) {
+    std::erase_if(layers_, [id](const Layer& layer) { return layer.id == id; });
+    prepared_.erase(id);
+    dirty_ = true;
+}
+
+const Layer* Composition::Find(int id) const noexcept {
+    for (const Layer& layer : layers_) {
+        if (layer.id == id) {
+            return &layer;
+        }
+    }
+    return nullptr;
+}
+
+void Composition::SetValues(int id, const LayerValues& values) {
+    for (Layer& layer : layers_) {
+        if (layer.id == id && !(layer.values == values)) {
+            layer.values = values;
+            dirty_ = dirty_ || layer.Drawn();
+        }
+    }
+}
+
+bool Composition::Render() {
+    if (!dirty_) {
+        return false;
+    }
+    dirty_ = false;
     Composite();
+    return true;
+}
+
+const OIIO::ImageBuf& Composition::Prepare(const Layer& layer) {
+    Prepared& prepared = prepared_[layer.id];
+    if (prepared.pixels.initialized() && prepared.opacity == layer.values.opacity &&
+        prepared.mask == layer.values.mask) {
+        return prepared.pixels;
+    }
+    const LayerImage& image = *layer.image;
+    Check(OIIO::ImageBufAlgo::premult(prepared.pixels, View(image)), prepared.pixels, "premult");
+    const float opacity = static_cast<float>(std::clamp(layer.values.opacity / 100.0, 0.0, 1.0));
+    if (opacity != 1.0f || layer.values.mask) {
+        // The mask and the opacity scale every channel of the premultiplied pixels.
+        auto* p = static_cast<float*>(prepared.pixels.localpixels());
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x, p += 4) {
+                const float k =
+                    opacity * (layer.values.mask ? MaskCoverage(*layer.values.mask, x, y) : 1.0f);
+                p[0] *= k;
+                p[1] *= k;
+                p[2] *= k;
+                p[3] *= k;
+            }
+        }
+    }
+    prepared.opacity = layer.values.opacity;
+    prepared.mask = layer.values.mask;
+    return prepared.pixels;
+}
+
+void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
+    const OIIO::ImageBuf& source = Prepare(layer);
+    const Affine m = LayerToComposition(layer);
+    if (m.IsIntegerTranslation()) {
+        const int dx = static_cast<int>(m.e);
+        const int dy = static_cast<int>(m.f);
+        const OIIO::ROI from = PasteRegion(layer.Width(), layer.Height(), dx, dy, width_, height_);
+        if (from.width() > 0 && from.height() > 0) {
+            Check(OIIO::ImageBufAlgo::paste(target, dx, dy, 0, 0, source, from), target, "paste");
+        }
+        return;
+    }
+    if (!m.Inverse()) {
+        return; // seen edge-on: nothing to draw
+    }
+    // Only the composition pixels that the layer's corners enclose (and the filter's
+    // reach around them) are resampled.
+    double x0 = 1e300;
+    double y0 = 1e300;
+    double x1 = -1e300;
+    double y1 = -1e300;
+    for (const auto& [cx, cy] :
+         {std::array<double, 2>{0, 0},
+          {static_cast<double>(layer.Width()), 0},
+          {0, static_cast<double>(layer.Height())},
+          {static_cast<double>(layer.Width()), static_cast<double>(layer.Height())}}) {
+        const auto [px, py] = m.Apply(cx, cy);
+        x0 = std::min(x0, px);
+        y0 = std::min(y0, py);
+        x1 = std::max(x1, px);
+        y1 = std::max(y1, py);
+    }
+    const auto clampTo = [](double v, int limit) {
+        return static_cast<int>(std::clamp(v, 0.0, static_cast<double>(limit)));
+    };
+    const OIIO::ROI region(clampTo(std::floor(x0) - 2, width_), clampTo(std::ceil(x1) + 2, width_),
+                           clampTo(std::floor(y0) - 2, height_),
+                           clampTo(std::ceil(y1) + 2, height_), 0, 1, 0, 4);
+    if (region.width() <= 0 || region.height() <= 0) {
+        return;
+    }
+    // Imath's row-vector convention: [x' y' 1] = [x y 1] M.
+    const float matrix[3][3] = {
+        {static_cast<float>(m.a), static_cast<float>(m.b), 0.0f},
+        {static_cast<float>(m.c), static_cast<float>(m.d), 0.0f},
+        {static_cast<float>(m.e), static_cast<float>(m.f), 1.0f},
+    };
+    Check(OIIO::ImageBufAlgo::warp(target, source, matrix, kWarpFilter, 0.0f, false,
+                                   OIIO::ImageBuf::WrapBlack, region),
+          target, "warp");
 }
 
 void Composition::Composite() {
-    if (layers_.size() == 1) {
-        // One layer over transparent black is the layer itself: its values exactly,
-        // where it covers the composition (which has its size).
-        pixels_ = layers_.front().rgba;
-        return;
-    }
-    // Straight colour is multiplied by alpha, composited with `over` newest on top, and
-    // divided back.
-    OIIO::ImageBuf result = Premultiplied(layers_.front(), width_, height_);
-    for (std::size_t i = 1; i < layers_.size(); ++i) {
-        OIIO::ImageBuf top = Premultiplied(layers_[i], width_, height_);
-        OIIO::ImageBuf below = std::move(result);
-        result = OIIO::ImageBufAlgo::over(top, below);
-        if (result.has_error()) {
-            throw std::runtime_error("composite: " + result.geterror());
+    const std::size_t count = static_cast<std::size_t>(width_) * height_ * 4;
+    pixels_.assign(count, 0.0f);
+    std::vector<const Layer*> drawn;
+    for (const Layer& layer : layers_) {
+        if (layer.Drawn()) {
+            drawn.push_back(&layer);
         }
     }
-    result = OIIO::ImageBufAlgo::unpremult(result);
-    pixels_.assign(static_cast<std::size_t>(width_) * height_ * 4, 0.0f);
-    result.get_pixels(OIIO::ROI(0, width_, 0, height_, 0, 1, 0, 4), OIIO::TypeDesc::FLOAT,
-                      pixels_.data());
+    if (drawn.empty() || count == 0) {
+        return;
+    }
+    const Layer& only = *drawn.front();
+    if (drawn.size() == 1 && LayerToComposition(only).IsIntegerTranslation() &&
+        only.values.opacity >= 100.0 && !only.values.mask) {
+        // One whole layer over transparent black is the layer itself: its values exactly,
+        // where it covers the composition.
+        const Affine m = LayerToComposition(only);
+        OIIO::ImageBuf out(RgbaSpec(width_, height_), pixels_.data());
+        const int dx = static_cast<int>(m.e);
+        const int dy = static_cast<int>(m.f);
+        const OIIO::ROI from = PasteRegion(only.Width(), only.Height(), dx, dy, width_, height_);
+        if (from.width() > 0 && from.height() > 0) {
+            Check(OIIO::ImageBufAlgo::paste(out, dx, dy, 0, 0, View(*only.image), from), out,
+                  "paste");
+        }
+        return;
+    }
+    const OIIO::ImageSpec spec = RgbaSpec(width_, height_);
+    if (!result_.initialized() || result_.spec().width != width_ ||
+        result_.spec().height != height_) {
+        result_.reset(spec);
+        scratch_.reset(spec);
+        merged_.reset(spec);
+    }
+    OIIO::ImageBufAlgo::zero(result_);
+    Place(*drawn.front(), result_);
+    for (std::size_t i = 1; i < drawn.size(); ++i) {
+        OIIO::ImageBufAlgo::zero(scratch_);
+        Place(*drawn[i], scratch_);
+        Check(OIIO::ImageBufAlgo::over(merged_, scratch_, result_), merged_, "over");
+        result_.swap(merged_);
+    }
+    OIIO::ImageBuf out(spec, pixels_.data());
+    Check(OIIO::ImageBufAlgo::unpremult(out, result_), out, "unpremult");
 }
 
 WorkingPixel Composition::PixelAt(int x, int y) const noexcept {
-    if (x < 0 || y < 0 || x >= width_ || y >= height_) {
+    if (x < 0 || y < 0 || x >= width_ || y >= height_ || pixels_.empty()) {
         return {0, 0, 0, 0};
     }
     const float* p = pixels_.data() + (static_cast<std::size_t>(y) * width_ + x) * 4;
     return {p[0], p[1], p[2], p[3]};
 }
 
-const LayerImage* Composition::LayerAt(int x, int y) const noexcept {
-    if (x < 0 || y < 0 || x >= width_ || y >= height_) {
-        return nullptr;
-    }
+const Layer* Composition::LayerAt(double x, double y) const noexcept {
     for (auto it = layers_.rbegin(); it != layers_.rend(); ++it) {
-        if (x < it->width && y < it->height) {
+        if (!it->Drawn()) {
+            continue;
+        }
+        const std::optional<Affine> inverse = LayerToComposition(*it).Inverse();
+        if (!inverse) {
+            continue;
+        }
+        const auto [u, v] = inverse->Apply(x, y);
+        if (u >= 0 && v >= 0 && u < it->Width() && v < it->Height()) {
             return &*it;
         }
     }

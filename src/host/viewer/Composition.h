@@ -1,14 +1,22 @@
-// The viewer's composition: the opened images as layers, each at the composition's
-// top-left corner, the newest on top, over a transparent black background. The
-// composition takes the first image's size. Its pixels are the working values that the
-// Info palette reads: straight colour with alpha, as the images hold them.
+// The viewer's composition: the opened images as layers, the newest on top, over a
+// transparent black background, and any cameras (which are not drawn). The composition
+// takes the first image's size. Its pixels are the working values that the Info palette
+// reads: straight colour with alpha, in floats.
+//
+// Each drawn layer is multiplied by its alpha, its mask and its opacity, moved into the
+// composition by its transform with OpenImageIO's affine warp (or pasted, when the
+// transform is a whole-pixel translation, which a warp would give exactly), composited
+// with `over`, and divided by alpha again.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <vector>
 
-#include "LayerImage.h"
+#include <OpenImageIO/imagebuf.h>
+
+#include "Layer.h"
 
 namespace qzview {
 
@@ -17,30 +25,61 @@ using WorkingPixel = std::array<float, 4>;
 
 class Composition {
 public:
-    /// Adds `image` as the new top layer and composites again.
-    void AddLayer(LayerImage image);
-    const std::vector<LayerImage>& Layers() const noexcept { return layers_; }
+    /// Adds `image` as the new top layer, centred in the composition (the first one sets
+    /// the composition's size and so covers it exactly). Returns the layer's id.
+    int AddImage(LayerImage image);
+    /// Adds a camera looking at the composition's centre. Returns its id.
+    int AddCamera();
+    /// Takes the layer out (as undoing its creation does).
+    void Remove(int id);
+
+    const std::vector<Layer>& Layers() const noexcept { return layers_; }
     bool Empty() const noexcept { return layers_.empty(); }
+    /// The layer with `id`, or null.
+    const Layer* Find(int id) const noexcept;
+    /// Gives layer `id` new values; the pixels follow at the next Render().
+    void SetValues(int id, const LayerValues& values);
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
 
+    /// Composites again if a layer changed since the last time; returns whether it did.
+    bool Render();
+    /// Whether a change waits for Render().
+    bool Dirty() const noexcept { return dirty_; }
+
     /// The composited pixel at column `x`, row `y`; transparent black outside the
     /// composition.
     WorkingPixel PixelAt(int x, int y) const noexcept;
-    /// The topmost layer that covers pixel `x`, `y`, or null.
-    const LayerImage* LayerAt(int x, int y) const noexcept;
+    /// The topmost drawn layer whose pixels cover composition point `x`, `y`, or null.
+    const Layer* LayerAt(double x, double y) const noexcept;
 
     /// The composited pixels: Width() x Height() x 4 floats, rows top to bottom.
     const std::vector<float>& Pixels() const noexcept { return pixels_; }
 
 private:
+    /// A layer's pixels multiplied by alpha, mask and opacity, kept until those change.
+    struct Prepared {
+        OIIO::ImageBuf pixels;
+        double opacity = -1;
+        std::optional<RectMask> mask;
+    };
+    Layer& Add(Layer layer);
+    const OIIO::ImageBuf& Prepare(const Layer& layer);
+    /// Draws `layer` into `target` (composition-sized, transparent black before).
+    void Place(const Layer& layer, OIIO::ImageBuf& target);
     void Composite();
 
-    std::vector<LayerImage> layers_;
+    std::vector<Layer> layers_;
+    std::map<int, Prepared> prepared_;
+    int nextId_ = 1;
     int width_ = 0;
     int height_ = 0;
+    bool dirty_ = false;
     std::vector<float> pixels_;
+    OIIO::ImageBuf result_;
+    OIIO::ImageBuf scratch_;
+    OIIO::ImageBuf merged_;
 };
 
 } // namespace qzview

@@ -1,6 +1,8 @@
 #include "DisplayImage.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <stdexcept>
 
@@ -51,14 +53,78 @@ std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept
     return static_cast<std::uint8_t>(std::lround(v * 255.0));
 }
 
+namespace {
+
+/// DisplayLevel for linear values without a power function per value: the smallest value
+/// that reaches each display level, found once for the exposure, and a table from a
+/// float's sign, exponent and top mantissa bits to the level at the start of its range,
+/// from which the thresholds step up. DisplayLevel never falls as the value rises, so the
+/// level found is DisplayLevel's own.
+class LinearLevels {
+public:
+    explicit LinearLevels(const DisplaySettings& settings) : exposure_(settings.exposure) {
+        thresholds_[0] = 0.0f;
+        for (int level = 1; level < 256; ++level) {
+            // The first bit pattern of a non-negative float whose level reaches `level`.
+            std::uint32_t low = 0;
+            std::uint32_t high = 0x7F800000u; // infinity, which shows 255
+            while (low < high) {
+                const std::uint32_t mid = low + (high - low) / 2;
+                if (DisplayLevel(std::bit_cast<float>(mid), settings) >= level) {
+                    high = mid;
+                } else {
+                    low = mid + 1;
+                }
+            }
+            thresholds_[level] = std::bit_cast<float>(low);
+        }
+        for (std::uint32_t bucket = 0; bucket < buckets_.size(); ++bucket) {
+            const float start = std::bit_cast<float>(bucket << 16);
+            buckets_[bucket] =
+                static_cast<std::uint8_t>(std::isnan(start) ? 0 : DisplayLevel(start, settings));
+        }
+    }
+
+    double Exposure() const noexcept { return exposure_; }
+
+    std::uint8_t Level(float value) const noexcept {
+        if (!(value > 0.0f)) {
+            return 0; // negative, zero and NaN
+        }
+        int level = buckets_[std::bit_cast<std::uint32_t>(value) >> 16];
+        while (level < 255 && value >= thresholds_[static_cast<std::size_t>(level) + 1]) {
+            ++level;
+        }
+        return static_cast<std::uint8_t>(level);
+    }
+
+private:
+    double exposure_;
+    std::array<float, 256> thresholds_{};
+    std::array<std::uint8_t, 0x8000> buckets_{};
+};
+
+} // namespace
+
 std::vector<std::uint32_t> ToDisplay(const std::vector<float>& pixels, std::size_t count,
                                      const DisplaySettings& settings,
                                      const MonitorDisplay* monitor) {
     std::vector<std::uint32_t> out(count);
+    // The levels of the last exposure shown, kept for the next frame (per thread: the
+    // viewer draws on its main thread only).
+    thread_local std::unique_ptr<LinearLevels> levels;
+    if (settings.linear && (!levels || levels->Exposure() != settings.exposure)) {
+        levels = std::make_unique<LinearLevels>(settings);
+    }
     for (std::size_t i = 0; i < count; ++i) {
         const float* p = pixels.data() + 4 * i;
         const float alpha = std::isnan(p[3]) ? 0.0f : std::clamp(p[3], 0.0f, 1.0f);
         const auto a = static_cast<std::uint32_t>(std::lround(alpha * 255.0f));
+        if (settings.linear) {
+            out[i] = a << 24 | std::uint32_t{levels->Level(p[0])} << 16 |
+                     std::uint32_t{levels->Level(p[1])} << 8 | levels->Level(p[2]);
+            continue;
+        }
         out[i] = a << 24 | std::uint32_t{DisplayLevel(p[0], settings)} << 16 |
                  std::uint32_t{DisplayLevel(p[1], settings)} << 8 | DisplayLevel(p[2], settings);
     }

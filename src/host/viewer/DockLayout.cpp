@@ -41,7 +41,7 @@ Qt::DockWidgetArea Area(long value, Qt::DockWidgetArea fallback) {
 
 } // namespace
 
-void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project) {
+void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
     const QRect geometry = window.normalGeometry();
     Put("window_x", geometry.x());
     Put("window_y", geometry.y());
@@ -57,14 +57,20 @@ void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project) {
         const bool tabbed = window.tabifiedDockWidgets(info).contains(project);
         Put("info_tabbed", tabbed ? 1 : 0);
         Put("info_front", !tabbed || info->isVisible() ? 1 : 0);
+        const bool withLayers = window.tabifiedDockWidgets(info).contains(layers);
+        Put("layers_tabbed", withLayers ? 1 : 0);
+        Put("layers_front", withLayers && !layers->visibleRegion().isEmpty() ? 1 : 0);
     }
     Put("project_open", project->isHidden() ? 0 : 1);
     Put("project_area", window.dockWidgetArea(project));
     Put("project_floating", project->isFloating() ? 1 : 0);
+    Put("layers_open", layers->isHidden() ? 0 : 1);
+    Put("layers_area", window.dockWidgetArea(layers));
+    Put("layers_floating", layers->isFloating() ? 1 : 0);
     Put("saved", 1);
 }
 
-void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project) {
+void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
     const bool saved = Get("saved", 0) == 1;
     if (saved) {
         const long width = Get("window_width", 0);
@@ -77,6 +83,9 @@ void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project) {
         window.addDockWidget(Area(Get("project_area", 0), Qt::LeftDockWidgetArea), project);
         project->setFloating(Get("project_floating", 0) == 1);
         project->setVisible(Get("project_open", 1) == 1);
+        window.addDockWidget(Area(Get("layers_area", 0), Qt::LeftDockWidgetArea), layers);
+        layers->setFloating(Get("layers_floating", 0) == 1);
+        layers->setVisible(Get("layers_open", 1) == 1);
     }
     if (saved && Get("info_open", 1) != 1) {
         return;
@@ -93,6 +102,9 @@ void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project) {
     if (Get("info_tabbed", 0) == 1 && !project->isHidden()) {
         window.tabifyDockWidget(project, info);
         (Get("info_front", 1) == 1 ? info : project)->raise();
+    } else if (Get("layers_tabbed", 0) == 1 && !layers->isHidden()) {
+        window.tabifyDockWidget(info, layers);
+        (Get("layers_front", 0) == 1 ? layers : info)->raise();
     }
 }
 

@@ -1,7 +1,9 @@
 #include "MainWindow.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <tuple>
 
 #include <QAction>
 #include <QActionGroup>
@@ -15,12 +17,15 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QScrollArea>
+#include <QSignalBlocker>
 #include <QToolBar>
 
 #include "CanvasView.h"
 #include "DockLayout.h"
 #include "DockWorkspace.h"
 #include "EventLog.h"
+#include "LayerPropertiesPanel.h"
 #include "PanelWidget.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 #include "qzhost/HostControls.h"
@@ -35,8 +40,21 @@ namespace {
 
 using qzhost::script::kInfoTabType;
 
-/// The hint of the viewer's one tool, written as the first text line.
-constexpr const char* kToolHint = "Ctrl+click: set origin";
+/// The hint of each tool, written as the first text line.
+const char* ToolHint(Tool tool) {
+    switch (tool) {
+    case Tool::Selection:
+        return "Selection: drag to move, corners to scale";
+    case Tool::AnchorPoint:
+        return "Anchor Point: drag to move the anchor";
+    case Tool::Rotation:
+        return "Rotation: drag around the anchor";
+    }
+    return "";
+}
+
+/// How near (in screen pixels) to a corner handle a press takes hold of it.
+constexpr double kHandleReach = 6.0;
 
 /// The plug-in's command that shows and hides the Info panel; the host gives it the
 /// keyboard shortcut that users of its Window menu know.
@@ -67,6 +85,26 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
     connect(canvas_, &CanvasView::pointerMoved, this, &MainWindow::OnPointer);
     connect(canvas_, &CanvasView::originPicked, this,
             [this](CompositionPoint at) { SetOrigin(at); });
+    connect(canvas_, &CanvasView::dragPressed, this, &MainWindow::OnDragPressed);
+    connect(canvas_, &CanvasView::dragMoved, this,
+            [this](CompositionPoint at, Qt::KeyboardModifiers modifiers) {
+                editor_->Drag(at, (modifiers & Qt::ShiftModifier) != 0);
+            });
+    connect(canvas_, &CanvasView::dragReleased, this, [this] { editor_->Release(); });
+    connect(canvas_, &CanvasView::scaleWheel, this,
+            [this](int steps, Qt::KeyboardModifiers modifiers) {
+                editor_->WheelScale(steps, (modifiers & Qt::ShiftModifier) != 0, pointer_);
+            });
+
+    readout_ = std::make_unique<PropertyReadout>(host_.Suite(), log_);
+    editor_ = new LayerEditor(composition_, *readout_, this);
+    connect(editor_, &LayerEditor::valuesChanged, this, &MainWindow::OnLayerValues);
+    connect(editor_, &LayerEditor::selectionChanged, this, [this] { FollowSelection(); });
+    connect(editor_, &LayerEditor::layersChanged, this, [this] {
+        RefreshProjectList();
+        FollowSelection();
+    });
+    connect(editor_, &LayerEditor::readoutMade, this, &MainWindow::ScheduleFrame);
 
     docks_ = new DockWorkspace(*this, settings_.scale);
     connect(docks_, &DockWorkspace::panelsTouched, this, &MainWindow::ScheduleFrame);
@@ -78,6 +116,7 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
         });
     }
     BuildProjectDock();
+    BuildLayersDock();
     BuildMenus();
 
     frameTimer_.setSingleShot(true);
@@ -105,6 +144,167 @@ void MainWindow::BuildProjectDock() {
     projectList_->setObjectName(QStringLiteral("projectList"));
     projectDock_->setWidget(projectList_);
     addDockWidget(Qt::LeftDockWidgetArea, projectDock_);
+    connect(projectList_, &QListWidget::currentRowChanged, this, [this](int row) {
+        const auto& layers = composition_.Layers();
+        if (row >= 0 && static_cast<std::size_t>(row) < layers.size()) {
+            editor_->Select(layers[static_cast<std::size_t>(row)].id);
+        }
+    });
+}
+
+void MainWindow::BuildLayersDock() {
+    layersDock_ = new QDockWidget(tr("Layer Properties"), this);
+    layersDock_->setObjectName(QStringLiteral("dock.layers"));
+    layerPanel_ = new LayerPropertiesPanel(layersDock_);
+    layerPanel_->setObjectName(QStringLiteral("layerProperties"));
+    auto* scroll = new QScrollArea(layersDock_);
+    scroll->setWidget(layerPanel_);
+    scroll->setWidgetResizable(true);
+    layersDock_->setWidget(scroll);
+    addDockWidget(Qt::LeftDockWidgetArea, layersDock_);
+    connect(layerPanel_, &LayerPropertiesPanel::editStarted, editor_, &LayerEditor::BeginEdit);
+    connect(layerPanel_, &LayerPropertiesPanel::edited, editor_, &LayerEditor::Edit);
+    connect(layerPanel_, &LayerPropertiesPanel::editFinished, editor_, &LayerEditor::EndEdit);
+    connect(layerPanel_, &LayerPropertiesPanel::typed, editor_, &LayerEditor::Type);
+    connect(layerPanel_, &LayerPropertiesPanel::threeDToggled, editor_, &LayerEditor::SetThreeD);
+}
+
+void MainWindow::SetTool(Tool tool) {
+    editor_->SetTool(tool);
+    toolActions_[static_cast<int>(tool)]->setChecked(true);
+    hoverShown_ = false;
+    if (pointer_) {
+        OnPointer(*pointer_);
+    }
+}
+
+void MainWindow::BuildLayerMenus() {
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    QAction* undo = editor_->History().createUndoAction(this, tr("&Undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setObjectName(QStringLiteral("edit.undo"));
+    edit->addAction(undo);
+    QAction* redo = editor_->History().createRedoAction(this, tr("&Redo"));
+    redo->setShortcuts({QKeySequence::Redo, QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    redo->setObjectName(QStringLiteral("edit.redo"));
+    edit->addAction(redo);
+
+    QMenu* layer = menuBar()->addMenu(tr("&Layer"));
+    QAction* camera = layer->addAction(tr("New &Camera"), editor_, &LayerEditor::AddCamera);
+    camera->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_C));
+    camera->setObjectName(QStringLiteral("layer.camera"));
+    QAction* mask = layer->addAction(tr("New Rectangle &Mask"), editor_, &LayerEditor::AddMask);
+    mask->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N));
+    mask->setObjectName(QStringLiteral("layer.mask"));
+    QAction* threeD = layer->addAction(tr("&3D Layer"));
+    threeD->setCheckable(true);
+    threeD->setObjectName(QStringLiteral("layer.threeD"));
+    connect(threeD, &QAction::triggered, this, [this](bool on) {
+        if (const Layer* selected = editor_->SelectedLayer()) {
+            editor_->SetThreeD(selected->id, on);
+        }
+    });
+    layer->addSeparator();
+    QAction* reset =
+        layer->addAction(tr("&Reset Transform"), editor_, &LayerEditor::ResetTransform);
+    reset->setObjectName(QStringLiteral("layer.reset"));
+    connect(layer, &QMenu::aboutToShow, this, [this, mask, threeD, reset] {
+        const Layer* selected = editor_->SelectedLayer();
+        const bool drawn = selected != nullptr && selected->Drawn();
+        mask->setEnabled(drawn && !selected->values.mask);
+        threeD->setEnabled(drawn);
+        threeD->setChecked(selected != nullptr && selected->ThreeD());
+        reset->setEnabled(selected != nullptr);
+    });
+
+    QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+    toolGroup_ = new QActionGroup(this);
+    const std::array<std::tuple<Tool, QString, QKeySequence, const char*>, 3> list{{
+        {Tool::Selection, tr("&Selection"), QKeySequence(Qt::Key_V), "tool.selection"},
+        {Tool::AnchorPoint, tr("&Anchor Point"), QKeySequence(Qt::Key_Y), "tool.anchor"},
+        {Tool::Rotation, tr("&Rotation"), QKeySequence(Qt::Key_W), "tool.rotation"},
+    }};
+    for (const auto& [tool, text, key, name] : list) {
+        QAction* action = tools->addAction(text);
+        action->setCheckable(true);
+        action->setShortcut(key);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setActionGroup(toolGroup_);
+        const Tool chosen = tool;
+        connect(action, &QAction::triggered, this, [this, chosen] { SetTool(chosen); });
+        toolActions_[static_cast<int>(tool)] = action;
+    }
+    toolActions_[0]->setChecked(true);
+    tools->addSeparator();
+    QAction* orientation = tools->addAction(tr("Rotation Tool Sets &Orientation of 3D Layers"));
+    orientation->setCheckable(true);
+    orientation->setChecked(editor_->RotationSetsOrientation());
+    orientation->setObjectName(QStringLiteral("tool.orientation"));
+    connect(orientation, &QAction::toggled, this,
+            [this](bool on) { editor_->SetRotationSetsOrientation(on); });
+
+    QToolBar* toolbar = addToolBar(tr("Tools"));
+    toolbar->setObjectName(QStringLiteral("toolbar.tools"));
+    for (QAction* action : toolActions_) {
+        toolbar->addAction(action);
+    }
+}
+
+void MainWindow::OnDragPressed(CompositionPoint at, Qt::KeyboardModifiers) {
+    bool corner = false;
+    if (const Layer* selected = editor_->SelectedLayer();
+        selected != nullptr && selected->Drawn()) {
+        const Affine m = LayerToComposition(*selected);
+        const QPointF pressed = canvas_->WidgetPointOf(at);
+        const double w = selected->Width();
+        const double h = selected->Height();
+        for (const auto& [cx, cy] : {std::array<double, 2>{0, 0}, {w, 0}, {w, h}, {0, h}}) {
+            const auto [x, y] = m.Apply(cx, cy);
+            const QPointF handle = canvas_->WidgetPointOf({x, y});
+            if (std::abs(handle.x() - pressed.x()) <= kHandleReach &&
+                std::abs(handle.y() - pressed.y()) <= kHandleReach) {
+                corner = true;
+            }
+        }
+    }
+    editor_->Press(at, corner);
+}
+
+void MainWindow::OnLayerValues(int layer) {
+    if (layer == editor_->Selected()) {
+        FollowSelection();
+    }
+    ScheduleFrame();
+}
+
+void MainWindow::FollowSelection() {
+    const Layer* selected = editor_->SelectedLayer();
+    layerPanel_->ShowLayer(selected);
+    if (selected != nullptr && selected->Drawn()) {
+        const Affine m = LayerToComposition(*selected);
+        const double w = selected->Width();
+        const double h = selected->Height();
+        LayerOutline outline;
+        std::size_t i = 0;
+        for (const auto& [cx, cy] : {std::array<double, 2>{0, 0}, {w, 0}, {w, h}, {0, h}}) {
+            const auto [x, y] = m.Apply(cx, cy);
+            outline.corners[i++] = {x, y};
+        }
+        const auto [ax, ay] = m.Apply(selected->values.anchor[0], selected->values.anchor[1]);
+        outline.anchor = {ax, ay};
+        canvas_->SetOutline(outline);
+    } else {
+        canvas_->SetOutline(std::nullopt);
+    }
+    const QSignalBlocker quiet(projectList_);
+    const auto& layers = composition_.Layers();
+    int row = -1;
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        if (selected != nullptr && layers[i].id == selected->id) {
+            row = static_cast<int>(i);
+        }
+    }
+    projectList_->setCurrentRow(row);
 }
 
 void MainWindow::BuildMenus() {
@@ -154,6 +354,8 @@ void MainWindow::BuildMenus() {
         depthActions_[depth] = action;
     }
     depthActions_[0]->setChecked(true);
+
+    BuildLayerMenus();
 
     windowMenu_ = menuBar()->addMenu(tr("&Window"));
     connect(windowMenu_, &QMenu::aboutToShow, this, &MainWindow::UpdateWindowMenu);
@@ -214,16 +416,21 @@ void MainWindow::UpdateWindowMenu() {
     }
     windowMenu_->addSeparator();
     windowMenu_->addAction(projectDock_->toggleViewAction());
+    windowMenu_->addAction(layersDock_->toggleViewAction());
 }
 
 void MainWindow::AddImage(LayerImage image) {
     const bool first = composition_.Empty();
-    composition_.AddLayer(std::move(image));
+    const std::int8_t depth = image.depth;
+    const int id = composition_.AddImage(std::move(image));
+    composition_.Render();
     if (first && !depthChosen_) {
-        SetProjectDepth(composition_.Layers().front().depth);
+        SetProjectDepth(depth);
     }
     RefreshProjectList();
     RefreshDisplay();
+    editor_->Select(id);
+    FollowSelection();
     if (first && settings_.zoom) {
         canvas_->ZoomTo(*settings_.zoom);
     }
@@ -231,15 +438,22 @@ void MainWindow::AddImage(LayerImage image) {
 
 void MainWindow::RefreshProjectList() {
     projectList_->clear();
-    for (const LayerImage& layer : composition_.Layers()) {
+    const QSignalBlocker quiet(projectList_);
+    for (const Layer& layer : composition_.Layers()) {
+        if (!layer.Drawn()) {
+            projectList_->addItem(
+                QStringLiteral("%1    camera").arg(QString::fromStdString(layer.name)));
+            continue;
+        }
+        const LayerImage& image = *layer.image;
         projectList_->addItem(QStringLiteral("%1    %2 x %3  %4 %5")
                                   .arg(QString::fromStdString(layer.name))
-                                  .arg(layer.width)
-                                  .arg(layer.height)
-                                  .arg(QString::fromStdString(layer.format))
-                                  .arg(QString::fromStdString(layer.channelType)));
+                                  .arg(image.width)
+                                  .arg(image.height)
+                                  .arg(QString::fromStdString(image.format))
+                                  .arg(QString::fromStdString(image.channelType)));
     }
-    hovered_ = nullptr;
+    hovered_ = 0;
     hoverShown_ = false;
 }
 
@@ -271,10 +485,11 @@ void MainWindow::SetOrigin(std::optional<CompositionPoint> origin) {
 void MainWindow::OnPointer(CompositionPoint position) {
     pointer_ = position;
     pointerPending_ = true;
-    const LayerImage* hovered = composition_.LayerAt(static_cast<int>(std::floor(position.x)),
-                                                     static_cast<int>(std::floor(position.y)));
-    if (hovered != hovered_ || !hoverShown_) {
-        hovered_ = hovered;
+    const Layer* hovered = composition_.LayerAt(position.x, position.y);
+    const int id = hovered != nullptr ? hovered->id : 0;
+    // While a layer is dragged, its readout stays in the text lines.
+    if ((id != hovered_ || !hoverShown_) && !editor_->Dragging()) {
+        hovered_ = id;
         hoverShown_ = true;
         ShowHoverText(hovered);
     }
@@ -287,15 +502,17 @@ void MainWindow::ShowTextLines(const std::string& a, const std::string& b, const
     ScheduleFrame();
 }
 
-void MainWindow::ShowHoverText(const LayerImage* hovered) {
+void MainWindow::ShowHoverText(const Layer* hovered) {
     qzhost::HostControls::Get().SetAlerts(false, false, false, false);
-    if (hovered == nullptr) {
-        ShowTextLines(kToolHint, "", "");
+    const char* hint = ToolHint(editor_->CurrentTool());
+    if (hovered == nullptr || !hovered->Drawn()) {
+        ShowTextLines(hint, "", "");
         return;
     }
-    ShowTextLines(kToolHint, hovered->name,
-                  hovered->format + " " + hovered->channelType + ", " +
-                      std::to_string(hovered->width) + " x " + std::to_string(hovered->height));
+    const LayerImage& image = *hovered->image;
+    ShowTextLines(hint, hovered->name,
+                  image.format + " " + image.channelType + ", " + std::to_string(image.width) +
+                      " x " + std::to_string(image.height));
 }
 
 void MainWindow::ScheduleFrame() {
@@ -311,6 +528,11 @@ void MainWindow::ScheduleFrame() {
 void MainWindow::RunFrame() {
     frameTimer_.stop();
     lastFrame_ = std::chrono::steady_clock::now();
+    if (composition_.Render()) {
+        RefreshDisplay();
+        // The pixel under the pointer may have changed with the composition.
+        pointerPending_ = pointer_.has_value();
+    }
     if (pointerPending_ && pointer_) {
         pointerPending_ = false;
         const int x = static_cast<int>(std::floor(pointer_->x));
@@ -388,13 +610,13 @@ void MainWindow::FinishRead(std::shared_ptr<LayerImage> image, const std::string
 }
 
 void MainWindow::RestoreLayout() {
-    DockLayout::Restore(*this, *docks_, projectDock_);
+    DockLayout::Restore(*this, *docks_, projectDock_, layersDock_);
     docks_->UpdateAnswers();
     ScheduleFrame();
 }
 
 void MainWindow::SaveLayout() {
-    DockLayout::Save(*this, *docks_, projectDock_);
+    DockLayout::Save(*this, *docks_, projectDock_, layersDock_);
 }
 
 void MainWindow::LogReady() {

@@ -1,8 +1,9 @@
 // The viewer's main window: the composition viewer in the middle, the docks of the host's
-// workspace around it (the Info panel's, created by the plug-in's tab creator, and the
-// Project dock listing the open images), the menus, and the host's side of the Info
-// palette: the pixel under the pointer, the text lines about the tool and the hovered
-// image, the plug-in's menu command and hooks.
+// workspace around it (the Info panel's, created by the plug-in's tab creator, the Project
+// dock listing the layers and the Layer Properties dock), the menus and tools, and the
+// host's side of the Info palette: the pixel under the pointer, the text lines about the
+// tool and the hovered layer, the property readouts of the edits, the plug-in's menu
+// command and hooks.
 #pragma once
 
 #include <chrono>
@@ -17,6 +18,8 @@
 #include "CanvasMapping.h"
 #include "Composition.h"
 #include "DisplayImage.h"
+#include "LayerEditor.h"
+#include "PropertyReadout.h"
 #include "pixelview/PixelViewHost.h"
 
 class QAction;
@@ -31,6 +34,7 @@ namespace qzview {
 class CanvasView;
 class DockWorkspace;
 class EventLog;
+class LayerPropertiesPanel;
 
 struct WindowSettings {
     /// The UI scale at which panels are drawn (pixels per unit).
@@ -71,6 +75,12 @@ public:
     CanvasView& Canvas() const noexcept { return *canvas_; }
     DockWorkspace& Docks() const noexcept { return *docks_; }
     QDockWidget* ProjectDock() const noexcept { return projectDock_; }
+    QDockWidget* LayersDock() const noexcept { return layersDock_; }
+    LayerPropertiesPanel& LayerPanel() const noexcept { return *layerPanel_; }
+    LayerEditor& Editor() const noexcept { return *editor_; }
+    PropertyReadout& Readout() const noexcept { return *readout_; }
+    /// Chooses a tool, as its menu item or its key does.
+    void SetTool(Tool tool);
     QMenu* WindowMenu() const noexcept { return windowMenu_; }
     const Composition& Comp() const noexcept { return composition_; }
     /// The origin for X', Y', if set.
@@ -92,6 +102,13 @@ protected:
 private:
     void BuildMenus();
     void BuildProjectDock();
+    void BuildLayersDock();
+    void BuildLayerMenus();
+    /// The selected layer's outline on the canvas, its properties in the dock and its row
+    /// in the Project dock follow the composition.
+    void FollowSelection();
+    void OnDragPressed(CompositionPoint at, Qt::KeyboardModifiers modifiers);
+    void OnLayerValues(int layer);
     /// Rebuilds the Window menu's items of the plug-in after its update-menu hook ran.
     void UpdateWindowMenu();
     void RefreshDisplay();
@@ -99,7 +116,7 @@ private:
     void ScheduleFrame();
     void OnPointer(CompositionPoint position);
     /// Writes the tool hint and what is known of the hovered image into the panel.
-    void ShowHoverText(const LayerImage* hovered);
+    void ShowHoverText(const Layer* hovered);
     void ShowTextLines(const std::string& a, const std::string& b, const std::string& c);
     void DrainMainQueue();
     void FinishRead(std::shared_ptr<LayerImage> image, const std::string& error);
@@ -117,6 +134,12 @@ private:
     DockWorkspace* docks_ = nullptr;
     QDockWidget* projectDock_ = nullptr;
     QListWidget* projectList_ = nullptr;
+    QDockWidget* layersDock_ = nullptr;
+    LayerPropertiesPanel* layerPanel_ = nullptr;
+    std::unique_ptr<PropertyReadout> readout_;
+    LayerEditor* editor_ = nullptr;
+    QActionGroup* toolGroup_ = nullptr;
+    QAction* toolActions_[3] = {nullptr, nullptr, nullptr};
     QMenu* windowMenu_ = nullptr;
     QActionGroup* depthGroup_ = nullptr;
     QAction* depthActions_[3] = {nullptr, nullptr, nullptr};
@@ -125,7 +148,8 @@ private:
     std::optional<CompositionPoint> pointer_;
     bool pointerPending_ = false;
     std::optional<CompositionPoint> origin_;
-    const LayerImage* hovered_ = nullptr;
+    /// The id of the layer under the pointer (0: none).
+    int hovered_ = 0;
     bool hoverShown_ = false;
 
     QTimer frameTimer_;

@@ -43,6 +43,8 @@ std::array<int, 4> ChartPixel(int x, int y) {
 
 TEST_F(PointerReadoutTest, PanelShowsThePixelUnderThePointerAtEveryZoom) {
     Start();
+    // No layer selected: nothing is drawn over the composition.
+    Window().Editor().Select(0);
     for (double zoom : {0.5, 1.0, 2.0, 3.0, 8.0}) {
         Canvas().ZoomTo(zoom);
         Settle();
@@ -117,7 +119,7 @@ TEST_F(PointerReadoutTest, OutsideTheCompositionIsTransparentBlack) {
     EXPECT_EQ(Text(snapshot, 10), "0");
     EXPECT_EQ(Text(snapshot, 15), "-5");
     // Over no image the host writes only its tool hint.
-    EXPECT_EQ(Text(snapshot, 20), "Ctrl+click: set origin");
+    EXPECT_EQ(Text(snapshot, 20), "Selection: drag to move, corners to scale");
     EXPECT_EQ(Text(snapshot, 21), "");
 }
 

@@ -62,6 +62,25 @@ protected:
         Settle();
     }
 
+    /// Sends a mouse event of `type` to `widget` at its point `local`.
+    static void Mouse(QWidget& widget, QEvent::Type type, const QPointF& local,
+                      Qt::MouseButton button, Qt::MouseButtons buttons,
+                      Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QMouseEvent event(type, local, widget.mapToGlobal(local), button, buttons, modifiers);
+        QApplication::sendEvent(&widget, &event);
+    }
+
+    /// Drags with the left button on the canvas through `points` (logical canvas
+    /// coordinates): pressed at the first, moved through the others, released at the last.
+    void DragOnCanvas(const std::vector<QPointF>& points) {
+        Mouse(Canvas(), QEvent::MouseButtonPress, points.front(), Qt::LeftButton, Qt::LeftButton);
+        for (std::size_t i = 1; i < points.size(); ++i) {
+            Mouse(Canvas(), QEvent::MouseMove, points[i], Qt::NoButton, Qt::LeftButton);
+        }
+        Mouse(Canvas(), QEvent::MouseButtonRelease, points.back(), Qt::LeftButton, Qt::NoButton);
+        Settle();
+    }
+
     qzhost::script::Json Snapshot() { return session_->Host().Run({{"op", "snapshot"}}); }
 
     /// The text of control `id` of the panel's snapshot.

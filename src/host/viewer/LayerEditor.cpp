@@ -1,0 +1,241 @@
+#include "LayerEditor.h"
+
+#include "LayerEdit.h"
+
+namespace qzview {
+
+namespace {
+/// Wheel notches closer together than this belong to one turn of the wheel.
+constexpr qint64 kWheelTurnMs = 1000;
+
+PropertyValue Difference(const PropertyValue& now, const PropertyValue& start) {
+    return {now[0] - start[0], now[1] - start[1], now[2] - start[2]};
+}
+} // namespace
+
+LayerEditor::LayerEditor(Composition& composition, PropertyReadout& readout, QObject* parent)
+    : QObject(parent), composition_(composition), readout_(readout) {}
+
+void LayerEditor::Select(int id) {
+    if (composition_.Find(id) == nullptr) {
+        id = 0;
+    }
+    if (id != selected_) {
+        selected_ = id;
+        emit selectionChanged(id);
+    }
+}
+
+void LayerEditor::Apply(int layer, const LayerValues& values) {
+    composition_.SetValues(layer, values);
+    emit valuesChanged(layer);
+}
+
+void LayerEditor::Record(const QString& text, int layer, const LayerValues& before,
+                         const LayerValues& after, int gesture) {
+    if (before == after) {
+        return;
+    }
+    // The edit is already applied; pushing it applies the same values again.
+    history_.push(new LayerEdit(
+        text, layer, before, after,
+        [this](int id, const LayerValues& values) { Apply(id, values); }, gesture));
+}
+
+void LayerEditor::Report(int) {
+    emit readoutMade();
+}
+
+void LayerEditor::Press(CompositionPoint at, bool corner_handle) {
+    drag_.reset();
+    wheel_.reset();
+    const Layer* selected = SelectedLayer();
+    const Layer* layer = nullptr;
+    Property property = Property::Position;
+    if (tool_ == Tool::Selection && corner_handle && selected != nullptr && selected->Drawn()) {
+        layer = selected;
+        property = Property::Scale;
+    } else {
+        layer = composition_.LayerAt(at.x, at.y);
+        if (layer == nullptr && tool_ != Tool::Selection && selected != nullptr &&
+            selected->Drawn()) {
+            // The anchor-point and rotation tools go on with the selected layer.
+            layer = selected;
+        }
+        Select(layer != nullptr ? layer->id : 0);
+        if (tool_ == Tool::AnchorPoint) {
+            property = Property::AnchorPoint;
+        } else if (tool_ == Tool::Rotation) {
+            property = layer != nullptr && layer->ThreeD() && setsOrientation_
+                           ? Property::Orientation
+                           : Property::Rotation;
+        }
+    }
+    if (layer != nullptr) {
+        drag_.emplace(*layer, property, at);
+    }
+}
+
+void LayerEditor::Drag(CompositionPoint at, bool uniform) {
+    if (!drag_) {
+        return;
+    }
+    const LayerValues& values = drag_->Move(at, uniform);
+    Apply(drag_->LayerId(), values);
+    const Layer* layer = composition_.Find(drag_->LayerId());
+    if (layer != nullptr) {
+        Report(readout_.Drag(*layer, drag_->Dragged(), drag_->Value(), drag_->Change()));
+    }
+}
+
+void LayerEditor::Release() {
+    if (!drag_) {
+        return;
+    }
+    const LayerDrag done = *drag_;
+    drag_.reset();
+    const Layer* layer = composition_.Find(done.LayerId());
+    if (layer != nullptr) {
+        Record(tr("Change %1").arg(QString::fromStdString(PropertyName(*layer, done.Dragged()))),
+               done.LayerId(), done.Before(), layer->values);
+    }
+}
+
+void LayerEditor::WheelScale(int steps, bool coarse, std::optional<CompositionPoint> pointer) {
+    const Layer* layer = SelectedLayer();
+    if ((layer == nullptr || !layer->Drawn()) && pointer) {
+        layer = composition_.LayerAt(pointer->x, pointer->y);
+    }
+    if (layer == nullptr || !layer->Drawn() || steps == 0) {
+        return;
+    }
+    Select(layer->id);
+    if (!wheel_ || wheel_->layer != layer->id || wheelClock_.elapsed() > kWheelTurnMs) {
+        wheel_ = WheelTurn{layer->id, ++gestures_, layer->values.scale};
+    }
+    wheelClock_.restart();
+    const LayerValues before = layer->values;
+    LayerValues values = before;
+    const double step = steps * (coarse ? 10.0 : 1.0);
+    PropertyValue scale = values.scale;
+    for (int c = 0; c < Components(*layer, Property::Scale); ++c) {
+        scale[static_cast<std::size_t>(c)] += step;
+    }
+    SetProperty(values, Property::Scale, scale);
+    Apply(layer->id, values);
+    const int id = layer->id;
+    layer = composition_.Find(id);
+    Report(readout_.Drag(*layer, Property::Scale, layer->values.scale,
+                         Difference(layer->values.scale, wheel_->start)));
+    Record(tr("Scale"), id, before, layer->values, wheel_->gesture);
+}
+
+void LayerEditor::BeginEdit(int layer, Property property) {
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr) {
+        scrub_.reset();
+        return;
+    }
+    scrub_ = Scrub{layer, property, found->values, GetProperty(found->values, property)};
+}
+
+void LayerEditor::Edit(int layer, Property property, const PropertyValue& value) {
+    if (!scrub_ || scrub_->layer != layer || scrub_->property != property) {
+        BeginEdit(layer, property);
+    }
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr) {
+        return;
+    }
+    LayerValues values = found->values;
+    SetProperty(values, property, value);
+    Apply(layer, values);
+    found = composition_.Find(layer);
+    const PropertyValue now = GetProperty(found->values, property);
+    Report(readout_.Stream(*found, property, now, Difference(now, scrub_->start)));
+}
+
+void LayerEditor::EndEdit(int layer, Property property) {
+    if (!scrub_ || scrub_->layer != layer || scrub_->property != property) {
+        return;
+    }
+    const Scrub done = *scrub_;
+    scrub_.reset();
+    const Layer* found = composition_.Find(layer);
+    if (found != nullptr) {
+        Record(tr("Change %1").arg(QString::fromStdString(PropertyName(*found, property))), layer,
+               done.before, found->values);
+    }
+}
+
+void LayerEditor::Type(int layer, Property property, const PropertyValue& value) {
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr) {
+        return;
+    }
+    const LayerValues before = found->values;
+    const PropertyValue start = GetProperty(before, property);
+    LayerValues values = before;
+    SetProperty(values, property, value);
+    Apply(layer, values);
+    found = composition_.Find(layer);
+    const PropertyValue now = GetProperty(found->values, property);
+    Report(readout_.Stream(*found, property, now, Difference(now, start)));
+    Record(tr("Change %1").arg(QString::fromStdString(PropertyName(*found, property))), layer,
+           before, found->values);
+}
+
+void LayerEditor::SetThreeD(int layer, bool on) {
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr || found->kind != LayerKind::Visual || found->values.threeD == on) {
+        return;
+    }
+    LayerValues values = found->values;
+    values.threeD = on;
+    const LayerValues before = found->values;
+    Apply(layer, values);
+    Record(on ? tr("3D Layer On") : tr("3D Layer Off"), layer, before, values);
+}
+
+void LayerEditor::ResetTransform() {
+    const Layer* layer = SelectedLayer();
+    if (layer == nullptr) {
+        return;
+    }
+    const LayerValues before = layer->values;
+    LayerValues values = before;
+    const LayerValues& made = layer->defaults;
+    values.anchor = made.anchor;
+    values.position = made.position;
+    values.scale = made.scale;
+    values.orientation = made.orientation;
+    values.rotationX = made.rotationX;
+    values.rotationY = made.rotationY;
+    values.rotation = made.rotation;
+    values.opacity = made.opacity;
+    const int id = layer->id;
+    Apply(id, values);
+    Record(tr("Reset Transform"), id, before, values);
+}
+
+void LayerEditor::AddMask() {
+    const Layer* layer = SelectedLayer();
+    if (layer == nullptr || !layer->Drawn() || layer->values.mask) {
+        return;
+    }
+    const LayerValues before = layer->values;
+    LayerValues values = before;
+    values.mask = RectMask{layer->Width() / 4.0, layer->Height() / 4.0, layer->Width() / 2.0,
+                           layer->Height() / 2.0};
+    const int id = layer->id;
+    Apply(id, values);
+    Record(tr("New Mask"), id, before, values);
+}
+
+void LayerEditor::AddCamera() {
+    const int id = composition_.AddCamera();
+    emit layersChanged();
+    Select(id);
+}
+
+} // namespace qzview

@@ -1,0 +1,111 @@
+// The edits a person makes to the composition's layers, and their history: the drags of
+// the viewer's tools, the wheel with Alt (scale), the scrubs and typed values of the Layer
+// Properties dock, the 3-D switch, Reset Transform, a new mask and a new camera. Each drag
+// move, wheel notch, scrub step and typed value reports the property to the Info palette;
+// each whole drag, scrub, wheel turn or menu command is one step of the undo history, and
+// walking the history reports nothing.
+#pragma once
+
+#include <optional>
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QUndoStack>
+
+#include "Composition.h"
+#include "LayerDrag.h"
+#include "PropertyReadout.h"
+
+namespace qzview {
+
+class LayerEditor : public QObject {
+    Q_OBJECT
+public:
+    LayerEditor(Composition& composition, PropertyReadout& readout, QObject* parent = nullptr);
+
+    QUndoStack& History() noexcept { return history_; }
+
+    /// The selected layer's id, 0 for none.
+    int Selected() const noexcept { return selected_; }
+    const Layer* SelectedLayer() const noexcept { return composition_.Find(selected_); }
+    void Select(int id);
+
+    Tool CurrentTool() const noexcept { return tool_; }
+    void SetTool(Tool tool) noexcept { tool_ = tool; }
+    /// Whether the rotation tool turns a 3-D layer's Orientation (else its Z Rotation).
+    bool RotationSetsOrientation() const noexcept { return setsOrientation_; }
+    void SetRotationSetsOrientation(bool orientation) noexcept { setsOrientation_ = orientation; }
+
+    /// The left button went down at `at`; `corner_handle` when it is on a corner handle
+    /// of the selected layer. Picks the layer (and the property) that the drag changes.
+    void Press(CompositionPoint at, bool corner_handle);
+    /// The pointer moved to `at` during the drag; `uniform` keeps a scale's proportions.
+    void Drag(CompositionPoint at, bool uniform);
+    /// The drag ended: it becomes one step of the history.
+    void Release();
+    /// Whether a drag is changing a layer.
+    bool Dragging() const noexcept { return drag_.has_value(); }
+
+    /// The wheel with Alt: `steps` notches of 1 % (10 % when `coarse`) on the selected
+    /// layer's scale, or the scale of the layer under `pointer` when none is selected.
+    /// Notches in quick succession make one step of the history.
+    void WheelScale(int steps, bool coarse, std::optional<CompositionPoint> pointer);
+
+    /// A scrub in the dock began, moved, ended; a value was typed.
+    void BeginEdit(int layer, Property property);
+    void Edit(int layer, Property property, const PropertyValue& value);
+    void EndEdit(int layer, Property property);
+    void Type(int layer, Property property, const PropertyValue& value);
+
+    /// Turns the 3-D switch of a visual layer.
+    void SetThreeD(int layer, bool on);
+    /// Puts the selected layer's transform and opacity back as they were made.
+    void ResetTransform();
+    /// Gives the selected layer a rectangular mask over its middle half.
+    void AddMask();
+    /// Adds a camera and selects it.
+    void AddCamera();
+
+signals:
+    /// A layer's values changed.
+    void valuesChanged(int layer);
+    /// Another layer (or none) is selected.
+    void selectionChanged(int layer);
+    /// A layer was added.
+    void layersChanged();
+    /// The Info palette was given a property readout.
+    void readoutMade();
+
+private:
+    void Apply(int layer, const LayerValues& values);
+    void Record(const QString& text, int layer, const LayerValues& before, const LayerValues& after,
+                int gesture = 0);
+    void Report(int slot_result);
+
+    Composition& composition_;
+    PropertyReadout& readout_;
+    QUndoStack history_;
+    int selected_ = 0;
+    Tool tool_ = Tool::Selection;
+    bool setsOrientation_ = true;
+    std::optional<LayerDrag> drag_;
+
+    struct Scrub {
+        int layer = 0;
+        Property property = Property::Position;
+        LayerValues before;
+        PropertyValue start{};
+    };
+    std::optional<Scrub> scrub_;
+
+    struct WheelTurn {
+        int layer = 0;
+        int gesture = 0;
+        PropertyValue start{};
+    };
+    std::optional<WheelTurn> wheel_;
+    QElapsedTimer wheelClock_;
+    int gestures_ = 0;
+};
+
+} // namespace qzview
