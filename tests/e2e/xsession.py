@@ -1,0 +1,225 @@
+"""Shared pieces of the end-to-end tests of qzview on a private X server (Xvfb).
+
+A private Xvfb on a display number of its own choosing, qzview started on it with its
+JSON Lines event log read on a thread of its own, the panel event's controls, and the
+pixels of an image or of a screenshot as ImageMagick reads them.
+"""
+
+import json
+import os
+import queue
+import re
+import select
+import shutil
+import subprocess
+import threading
+import time
+
+# How long to wait for the X server or the viewer before failing (each is ready in about
+# a second).
+READY_TIMEOUT = 20
+
+
+class Failure(Exception):
+    pass
+
+
+def need(tool):
+    path = shutil.which(tool)
+    if path is None:
+        raise Failure(f"{tool} is not installed (scripts/install-deps.sh installs it)")
+    return path
+
+
+def magick_command():
+    """The ImageMagick command that reads and converts images: `magick` or `convert`."""
+    return [need("magick")] if shutil.which("magick") else [need("convert")]
+
+
+def start_xvfb(workdir):
+    """Starts Xvfb on a display number of its own choosing; returns (process, display)."""
+    read_end, write_end = os.pipe()
+    log = open(os.path.join(workdir, "xvfb.log"), "wb")
+    process = subprocess.Popen(
+        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24",
+         "-nolisten", "tcp", "-noreset"],
+        pass_fds=(write_end,), stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+    os.close(write_end)
+    number = b""
+    deadline = time.monotonic() + READY_TIMEOUT
+    try:
+        while not number.endswith(b"\n"):
+            left = deadline - time.monotonic()
+            if left <= 0 or process.poll() is not None:
+                break
+            ready, _, _ = select.select([read_end], [], [], left)
+            if not ready:
+                break
+            chunk = os.read(read_end, 16)
+            if not chunk:
+                break
+            number += chunk
+    finally:
+        os.close(read_end)
+    if not number.strip().isdigit():
+        process.kill()
+        process.wait()
+        log.close()
+        with open(os.path.join(workdir, "xvfb.log"), errors="replace") as f:
+            raise Failure("Xvfb did not start: " + f.read().strip()[-500:])
+    return process, ":" + number.decode().strip()
+
+
+def stop_xvfb(process):
+    """Ends the X server that start_xvfb started, killing it if it does not end in 5 s."""
+    process.terminate()
+    try:
+        process.wait(timeout=5)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
+
+
+def viewer_env(display, workdir):
+    """The environment for qzview and the X tools on `display`: Qt on X11, with its
+    configuration and runtime folders in `workdir`, and no Qt settings of the caller's."""
+    env = {k: v for k, v in os.environ.items()
+           if not k.startswith("QT_") and k not in ("WAYLAND_DISPLAY", "XAUTHORITY")}
+    env.update({"DISPLAY": display, "QT_QPA_PLATFORM": "xcb",
+                "XDG_CONFIG_HOME": os.path.join(workdir, "config"),
+                "XDG_RUNTIME_DIR": workdir, "HOME": workdir})
+    return env
+
+
+class Viewer:
+    """qzview with its JSON Lines read on a thread of their own."""
+
+    def __init__(self, command, env, workdir):
+        self.stderr_path = os.path.join(workdir, "qzview.stderr")
+        self.stderr = open(self.stderr_path, "wb")
+        self.process = subprocess.Popen(command, env=env, stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.PIPE, stderr=self.stderr)
+        self.events = queue.Queue()
+        self.reader = threading.Thread(target=self._read, daemon=True)
+        self.reader.start()
+
+    def _read(self):
+        for raw in self.process.stdout:
+            line = raw.decode("utf-8", errors="replace").rstrip("\n")
+            try:
+                self.events.put(json.loads(line))
+            except json.JSONDecodeError:
+                self.events.put({"event": "<not JSON>", "line": line})
+        self.events.put(None)
+
+    def error_text(self):
+        self.stderr.flush()
+        with open(self.stderr_path, errors="replace") as f:
+            return f.read().strip()[-1000:]
+
+    def drain(self):
+        while True:
+            try:
+                if self.events.get_nowait() is None:
+                    raise Failure("qzview ended early: " + self.error_text())
+            except queue.Empty:
+                return
+
+    def wait_for(self, accept, timeout, what):
+        """The first event that `accept` takes; fails after `timeout` seconds."""
+        deadline = time.monotonic() + timeout
+        last = None
+        while True:
+            left = deadline - time.monotonic()
+            if left <= 0:
+                raise Failure(f"no {what} within {timeout} s; last event: {json.dumps(last)}")
+            try:
+                event = self.events.get(timeout=left)
+            except queue.Empty:
+                continue
+            if event is None:
+                raise Failure(f"qzview ended before {what} (status "
+                              f"{self.process.wait()}): {self.error_text()}")
+            if event.get("event") == "<not JSON>":
+                raise Failure("qzview printed a line that is not JSON: " + event["line"])
+            last = event
+            if accept(event):
+                return event
+
+    def collect(self, quiet, timeout, what):
+        """Every event until none has come for `quiet` seconds; fails when that takes
+        longer than `timeout` seconds."""
+        deadline = time.monotonic() + timeout
+        events = []
+        while True:
+            left = deadline - time.monotonic()
+            if left <= 0:
+                raise Failure(f"qzview did not go quiet {what} within {timeout} s")
+            try:
+                event = self.events.get(timeout=min(quiet, left))
+            except queue.Empty:
+                if left >= quiet:
+                    return events
+                continue
+            if event is None:
+                raise Failure(f"qzview ended {what} (status {self.process.wait()}): "
+                              + self.error_text())
+            if event.get("event") == "<not JSON>":
+                raise Failure("qzview printed a line that is not JSON: " + event["line"])
+            events.append(event)
+
+    def stop(self):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+
+def chart_pixels(magick, image):
+    """Every pixel of `image` as ImageMagick reads it: {(x, y): (r, g, b, a)} in 0-255."""
+    out = subprocess.run(magick + [image, "-depth", "8", "txt:-"], check=True,
+                         capture_output=True, text=True).stdout
+    pixels = {}
+    pattern = re.compile(r"^(\d+),(\d+): \(([^)]*)\)")
+    for line in out.splitlines():
+        match = pattern.match(line)
+        if match is None:
+            continue
+        values = [int(round(float(v))) for v in match.group(3).split(",")]
+        if len(values) == 3:
+            values.append(255)
+        pixels[(int(match.group(1)), int(match.group(2)))] = tuple(values[:4])
+    if not pixels:
+        raise Failure("ImageMagick read no pixels from " + image)
+    return pixels
+
+
+def screen_colours(magick, shot, rect):
+    """The distinct colours (r, g, b) of rectangle `rect` of the screenshot."""
+    x, y, w, h = rect
+    out = subprocess.run(magick + [shot, "-crop", f"{w}x{h}+{x}+{y}", "+repage",
+                                   "-alpha", "off", "-depth", "8", "txt:-"],
+                         check=True, capture_output=True, text=True).stdout
+    colours = {}
+    pattern = re.compile(r"^\d+,\d+: \(([^)]*)\)")
+    count = 0
+    for line in out.splitlines():
+        match = pattern.match(line)
+        if match is None:
+            continue
+        rgb = tuple(int(round(float(v))) for v in match.group(1).split(",")[:3])
+        colours[rgb] = colours.get(rgb, 0) + 1
+        count += 1
+    if count != w * h:
+        raise Failure(f"the screenshot's crop {rect} gave {count} pixels, not {w * h}")
+    return colours
+
+
+def control(event, control_id):
+    for item in event.get("controls", []):
+        if item.get("id") == control_id:
+            return item
+    raise Failure(f"the panel event has no control {control_id}: {json.dumps(event)}")
+
+
+def text_of(event, control_id):
+    return control(event, control_id).get("text", "").strip()
