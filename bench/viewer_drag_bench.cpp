@@ -24,6 +24,7 @@
 #include "DockWorkspace.h"
 #include "LayerPropertiesPanel.h"
 #include "PanelWidget.h"
+#include "TempFolder.h"
 #include "ViewerSession.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
@@ -58,12 +59,12 @@ qzview::LayerImage MakeLayer() {
 
 class DragFixture {
 public:
-    explicit DragFixture(double rotation) : folder_(MakeFolder()) {
+    explicit DragFixture(double rotation) : folder_("viewer_drag_bench") {
         qzhost::MainLoop::Get().AdoptCurrentThread();
         qzview::ViewerOptions options;
         options.geometry = QRect(0, 0, 1400, 800);
         options.scale = 2.0;
-        options.prefs = (folder_ / "preferences.txt").string();
+        options.prefs = (folder_.Path() / "preferences.txt").string();
         std::vector<qzview::LayerImage> images;
         images.push_back(MakeLayer());
         session_ = std::make_unique<qzview::ViewerSession>(options, std::move(images));
@@ -87,8 +88,6 @@ public:
     ~DragFixture() {
         session_->Shutdown();
         session_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
     }
     DragFixture(const DragFixture&) = delete;
     DragFixture& operator=(const DragFixture&) = delete;
@@ -117,16 +116,7 @@ private:
         return handle != nullptr && handle->isExposed() && Panel() != nullptr;
     }
 
-    static std::filesystem::path MakeFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "viewer_drag_bench.XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            std::abort();
-        }
-        return pattern;
-    }
-
-    std::filesystem::path folder_;
+    qztest::TempFolder folder_;
     std::unique_ptr<qzview::ViewerSession> session_;
 };
 

@@ -22,6 +22,7 @@
 #include "CanvasView.h"
 #include "DockWorkspace.h"
 #include "PanelWidget.h"
+#include "TempFolder.h"
 #include "ViewerSession.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
@@ -31,13 +32,13 @@ namespace {
 /// The viewer with the sample chart open and its Info panel on the (offscreen) screen.
 class ViewerFixture {
 public:
-    ViewerFixture() : folder_(MakeFolder()) {
+    ViewerFixture() : folder_("viewer_pointer_bench") {
         qzhost::MainLoop::Get().AdoptCurrentThread();
         qzview::ViewerOptions options;
         options.images = {QZ_SOURCE_DIR "/samples/chart.png"};
         options.geometry = QRect(0, 0, 1000, 600);
         options.scale = 2.0;
-        options.prefs = (folder_ / "preferences.txt").string();
+        options.prefs = (folder_.Path() / "preferences.txt").string();
         std::vector<qzview::LayerImage> images;
         images.push_back(qzview::ReadLayerImage(options.images.front()));
         session_ = std::make_unique<qzview::ViewerSession>(options, std::move(images));
@@ -61,8 +62,6 @@ public:
     ~ViewerFixture() {
         session_->Shutdown();
         session_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
     }
     ViewerFixture(const ViewerFixture&) = delete;
     ViewerFixture& operator=(const ViewerFixture&) = delete;
@@ -83,16 +82,7 @@ public:
     }
 
 private:
-    static std::filesystem::path MakeFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "viewer_pointer_bench.XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            std::abort();
-        }
-        return pattern;
-    }
-
-    std::filesystem::path folder_;
+    qztest::TempFolder folder_;
     std::unique_ptr<qzview::ViewerSession> session_;
 };
 

@@ -21,23 +21,20 @@ Exits 77 (the test's skip code) only when Xvfb is not installed; any other missi
 or failed check fails the test.
 """
 
-import argparse
 import json
 import os
 import re
 import shutil
-import signal
 import subprocess
 import sys
-import tempfile
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from xsession import (  # noqa: E402  (found through the path inserted above)
-    READY_TIMEOUT, Failure, Viewer, chart_pixels, magick_command, need, screen_colours,
+    READY_TIMEOUT, Failure, Viewer, end_with_sigterm, main, chart_pixels,
+    magick_command, need, screen_colours,
     start_xvfb, stop_xvfb, text_of, viewer_env)
 
-SKIP = 77
 UI_SCALE = 2
 # Control ids of the Info panel: the pointer's X and Y, and the three text lines.
 ID_X, ID_Y = 15, 16
@@ -233,14 +230,7 @@ def run(args, workdir):
         print(f"screen pixel {px},{py}: composition pixel {moved_to} shows the chart's pixel "
               f"{GRAB} {want_rgb}")
 
-        viewer.process.send_signal(signal.SIGTERM)
-        try:
-            status = viewer.process.wait(timeout=EVENT_TIMEOUT)
-        except subprocess.TimeoutExpired:
-            raise Failure(f"qzview did not end within {EVENT_TIMEOUT} s of SIGTERM")
-        if status != 0:
-            raise Failure(f"qzview ended with status {status} after SIGTERM: "
-                          + viewer.error_text())
+        end_with_sigterm(viewer, EVENT_TIMEOUT)
         print("SIGTERM: status 0")
     finally:
         if viewer is not None:
@@ -248,24 +238,5 @@ def run(args, workdir):
         stop_xvfb(xvfb)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--qzview", required=True, help="the qzview program")
-    parser.add_argument("--image", required=True, help="the 8-bit sample chart (PNG)")
-    parser.add_argument("--keep", help="a folder to copy a failing screenshot into")
-    args = parser.parse_args()
-    if shutil.which("Xvfb") is None:
-        print("SKIP: Xvfb is not installed")
-        return SKIP
-    with tempfile.TemporaryDirectory(prefix="qzview-e2e-") as workdir:
-        try:
-            run(args, workdir)
-        except (Failure, subprocess.CalledProcessError) as failure:
-            print(f"FAIL: {failure}", file=sys.stderr)
-            return 1
-    print("PASS")
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(run, __doc__.splitlines()[0]))

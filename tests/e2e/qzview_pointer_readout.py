@@ -15,22 +15,19 @@ Exits 77 (the test's skip code) only when Xvfb is not installed; any other missi
 or failed check fails the test.
 """
 
-import argparse
 import json
 import os
 import shutil
-import signal
 import subprocess
 import sys
-import tempfile
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from xsession import (  # noqa: E402  (found through the path inserted above)
-    READY_TIMEOUT, Failure, Viewer, chart_pixels, magick_command, need, screen_colours,
+    READY_TIMEOUT, Failure, Viewer, end_with_sigterm, main, chart_pixels,
+    magick_command, need, screen_colours,
     start_xvfb, stop_xvfb, text_of, viewer_env)
 
-SKIP = 77
 # The patches to point at (column, row) and, for the report, what the chart holds there.
 PATCHES = [
     (5, 1, "orange 1, 0.5, 0"),
@@ -133,14 +130,7 @@ def run(args, workdir):
             print(f"pixel {x},{y} ({what}): R,G,B,A {','.join(shown)}; swatch on the screen "
                   f"{want_rgb} over {inner[2]}x{inner[3]} pixels")
 
-        viewer.process.send_signal(signal.SIGTERM)
-        try:
-            status = viewer.process.wait(timeout=EVENT_TIMEOUT)
-        except subprocess.TimeoutExpired:
-            raise Failure("qzview did not end within 10 s of SIGTERM")
-        if status != 0:
-            raise Failure(f"qzview ended with status {status} after SIGTERM: "
-                          + viewer.error_text())
+        end_with_sigterm(viewer, EVENT_TIMEOUT)
         if not os.path.exists(prefs):
             raise Failure("qzview wrote no preference file")
         with open(prefs, errors="replace") as f:
@@ -154,24 +144,5 @@ def run(args, workdir):
         stop_xvfb(xvfb)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--qzview", required=True, help="the qzview program")
-    parser.add_argument("--image", required=True, help="the 8-bit sample chart (PNG)")
-    parser.add_argument("--keep", help="a folder to copy a failing screenshot into")
-    args = parser.parse_args()
-    if shutil.which("Xvfb") is None:
-        print("SKIP: Xvfb is not installed")
-        return SKIP
-    with tempfile.TemporaryDirectory(prefix="qzview-e2e-") as workdir:
-        try:
-            run(args, workdir)
-        except (Failure, subprocess.CalledProcessError) as failure:
-            print(f"FAIL: {failure}", file=sys.stderr)
-            return 1
-    print("PASS")
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(run, __doc__.splitlines()[0]))

@@ -5,15 +5,21 @@ JSON Lines event log read on a thread of its own, the panel event's controls, an
 pixels of an image or of a screenshot as ImageMagick reads them.
 """
 
+import argparse
 import json
 import os
 import queue
 import re
 import select
 import shutil
+import signal
 import subprocess
+import sys
+import tempfile
 import threading
 import time
+
+SKIP = 77
 
 # How long to wait for the X server or the viewer before failing (each is ready in about
 # a second).
@@ -223,3 +229,35 @@ def control(event, control_id):
 
 def text_of(event, control_id):
     return control(event, control_id).get("text", "").strip()
+
+
+def end_with_sigterm(viewer, timeout):
+    """Ends qzview as a window system's shutdown would; fails unless it ends with status 0."""
+    viewer.process.send_signal(signal.SIGTERM)
+    try:
+        status = viewer.process.wait(timeout=timeout)
+    except subprocess.TimeoutExpired:
+        raise Failure(f"qzview did not end within {timeout} s of SIGTERM")
+    if status != 0:
+        raise Failure(f"qzview ended with status {status} after SIGTERM: " + viewer.error_text())
+
+
+def main(run, description):
+    """The command line of an end-to-end test: runs `run(args, workdir)` in a scratch folder;
+    77 (skip) only when Xvfb is not installed, 1 on a failure, 0 when it passes."""
+    parser = argparse.ArgumentParser(description=description)
+    parser.add_argument("--qzview", required=True, help="the qzview program")
+    parser.add_argument("--image", required=True, help="the 8-bit sample chart (PNG)")
+    parser.add_argument("--keep", help="a folder to copy a failing screenshot into")
+    args = parser.parse_args()
+    if shutil.which("Xvfb") is None:
+        print("SKIP: Xvfb is not installed")
+        return SKIP
+    with tempfile.TemporaryDirectory(prefix="qzview-e2e-") as workdir:
+        try:
+            run(args, workdir)
+        except (Failure, subprocess.CalledProcessError) as failure:
+            print(f"FAIL: {failure}", file=sys.stderr)
+            return 1
+    print("PASS")
+    return 0

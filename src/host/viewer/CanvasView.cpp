@@ -136,13 +136,23 @@ void CanvasView::paintEvent(QPaintEvent*) {
     const int w = std::max(1, static_cast<int>(std::lround(width() * ratio)));
     const int h = std::max(1, static_cast<int>(std::lround(height() * ratio)));
     if (!viewValid_ || view_.width() != w || view_.height() != h) {
-        view_ = QImage(w, h, QImage::Format_RGB32);
+        if (view_.width() != w || view_.height() != h) {
+            view_ = QImage(w, h, QImage::Format_RGB32);
+        }
+        // The mapping takes columns and rows apart: each screen column shows one
+        // composition column, each screen row one composition row.
+        columns_.resize(static_cast<std::size_t>(w));
+        for (int x = 0; x < w; ++x) {
+            int py = 0;
+            mapping_.PixelAt(x, 0, columns_[static_cast<std::size_t>(x)], py);
+        }
         for (int y = 0; y < h; ++y) {
             auto* row = reinterpret_cast<std::uint32_t*>(view_.scanLine(y));
+            int px = 0;
+            int py = 0;
+            mapping_.PixelAt(0, y, px, py);
             for (int x = 0; x < w; ++x) {
-                int px = 0;
-                int py = 0;
-                mapping_.PixelAt(x, y, px, py);
+                px = columns_[static_cast<std::size_t>(x)];
                 if (px < 0 || py < 0 || px >= width_ || py >= height_) {
                     row[x] = 0xFF202020u;
                     continue;

@@ -98,6 +98,8 @@ private:
     int height_ = 0;
     std::vector<std::uint32_t> colours_;
     QImage view_;
+    /// The composition column shown in each screen column of the view.
+    std::vector<int> columns_;
     bool viewValid_ = false;
     std::optional<LayerOutline> outline_;
     bool dragging_ = false;

@@ -198,7 +198,7 @@ void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
 
 void Composition::Composite() {
     const std::size_t count = static_cast<std::size_t>(width_) * height_ * 4;
-    pixels_.assign(count, 0.0f);
+    pixels_.resize(count);
     std::vector<const Layer*> drawn;
     for (const Layer& layer : layers_) {
         if (layer.Drawn()) {
@@ -206,6 +206,7 @@ void Composition::Composite() {
         }
     }
     if (drawn.empty() || count == 0) {
+        std::fill(pixels_.begin(), pixels_.end(), 0.0f);
         return;
     }
     const Layer& only = *drawn.front();
@@ -214,6 +215,7 @@ void Composition::Composite() {
         // One whole layer over transparent black is the layer itself: its values exactly,
         // where it covers the composition.
         const Affine m = LayerToComposition(only);
+        std::fill(pixels_.begin(), pixels_.end(), 0.0f);
         OIIO::ImageBuf out(RgbaSpec(width_, height_), pixels_.data());
         const int dx = static_cast<int>(m.e);
         const int dy = static_cast<int>(m.f);
