@@ -86,6 +86,7 @@ int Composition::AddCamera() {
 void Composition::Remove(int id) {
     std::erase_if(layers_, [id](const Layer& layer) { return layer.id == id; });
     prepared_.erase(id);
+    warped_.erase(id);
     dirty_ = true;
 }
 
@@ -116,12 +117,13 @@ bool Composition::Render() {
     return true;
 }
 
-const OIIO::ImageBuf& Composition::Prepare(const Layer& layer) {
+const Composition::Prepared& Composition::Prepare(const Layer& layer) {
     Prepared& prepared = prepared_[layer.id];
     if (prepared.pixels.initialized() && prepared.opacity == layer.values.opacity &&
         prepared.mask == layer.values.mask) {
-        return prepared.pixels;
+        return prepared;
     }
+    ++prepared.generation;
     const LayerImage& image = *layer.image;
     Check(OIIO::ImageBufAlgo::premult(prepared.pixels, View(image)), prepared.pixels, "premult");
     const float opacity = static_cast<float>(std::clamp(layer.values.opacity / 100.0, 0.0, 1.0));
@@ -141,11 +143,12 @@ const OIIO::ImageBuf& Composition::Prepare(const Layer& layer) {
     }
     prepared.opacity = layer.values.opacity;
     prepared.mask = layer.values.mask;
-    return prepared.pixels;
+    return prepared;
 }
 
 void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
-    const OIIO::ImageBuf& source = Prepare(layer);
+    const Prepared& prepared = Prepare(layer);
+    const OIIO::ImageBuf& source = prepared.pixels;
     const Affine m = LayerToComposition(layer);
     if (m.IsIntegerTranslation()) {
         const int dx = static_cast<int>(m.e);
@@ -176,24 +179,68 @@ void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
         x1 = std::max(x1, px);
         y1 = std::max(y1, py);
     }
-    const auto clampTo = [](double v, int limit) {
-        return static_cast<int>(std::clamp(v, 0.0, static_cast<double>(limit)));
+    // The composition pixels that the corners enclose, with the filter's reach, within
+    // `margin` pixels around the composition.
+    const auto bounds = [&](int margin) {
+        const auto clampTo = [margin](double v, int limit) {
+            return static_cast<int>(
+                std::clamp(v, -static_cast<double>(margin), static_cast<double>(limit + margin)));
+        };
+        return OIIO::ROI(clampTo(std::floor(x0) - 2, width_), clampTo(std::ceil(x1) + 2, width_),
+                         clampTo(std::floor(y0) - 2, height_), clampTo(std::ceil(y1) + 2, height_),
+                         0, 1, 0, 4);
     };
-    const OIIO::ROI region(clampTo(std::floor(x0) - 2, width_), clampTo(std::ceil(x1) + 2, width_),
-                           clampTo(std::floor(y0) - 2, height_),
-                           clampTo(std::ceil(y1) + 2, height_), 0, 1, 0, 4);
+    const OIIO::ROI region = bounds(0);
     if (region.width() <= 0 || region.height() <= 0) {
         return;
     }
-    // Imath's row-vector convention: [x' y' 1] = [x y 1] M.
-    const float matrix[3][3] = {
-        {static_cast<float>(m.a), static_cast<float>(m.b), 0.0f},
-        {static_cast<float>(m.c), static_cast<float>(m.d), 0.0f},
-        {static_cast<float>(m.e), static_cast<float>(m.f), 1.0f},
-    };
-    Check(OIIO::ImageBufAlgo::warp(target, source, matrix, kWarpFilter, 0.0f, false,
-                                   OIIO::ImageBuf::WrapBlack, region),
-          target, "warp");
+    Warped& warped = warped_[layer.id];
+    const Affine& kept = warped.transform;
+    // Only the translation changed since the layer was last warped: it is being moved.
+    const bool moved = warped.pixels.initialized() && warped.generation == prepared.generation &&
+                       kept.a == m.a && kept.b == m.b && kept.c == m.c && kept.d == m.d;
+    const double dx = m.e - kept.e;
+    const double dy = m.f - kept.f;
+    int sx = 0;
+    int sy = 0;
+    const OIIO::ROI kept_region = warped.pixels.initialized() ? warped.pixels.roi() : OIIO::ROI();
+    if (moved && dx == std::round(dx) && dy == std::round(dy) && std::abs(dx) < 1e7 &&
+        std::abs(dy) < 1e7 && region.xbegin >= kept_region.xbegin + dx &&
+        region.xend <= kept_region.xend + dx && region.ybegin >= kept_region.ybegin + dy &&
+        region.yend <= kept_region.yend + dy) {
+        // Moved by whole pixels, and the kept pixels reach the whole of the new place:
+        // shifted, they are the warp there.
+        sx = static_cast<int>(dx);
+        sy = static_cast<int>(dy);
+    } else {
+        // Imath's row-vector convention: [x' y' 1] = [x y 1] M.
+        const float matrix[3][3] = {
+            {static_cast<float>(m.a), static_cast<float>(m.b), 0.0f},
+            {static_cast<float>(m.c), static_cast<float>(m.d), 0.0f},
+            {static_cast<float>(m.e), static_cast<float>(m.f), 1.0f},
+        };
+        // The warp goes into a buffer of its own (its pixels keep their composition
+        // coordinates), which is kept. A layer that is being moved is warped a margin
+        // beyond the composition, so that the next moves find its pixels there.
+        const OIIO::ROI covered =
+            moved ? bounds(std::max(32, std::max(width_, height_) / 4)) : region;
+        OIIO::ImageSpec layout = RgbaSpec(covered.width(), covered.height());
+        layout.x = covered.xbegin;
+        layout.y = covered.ybegin;
+        warped.pixels.reset(layout);
+        Check(OIIO::ImageBufAlgo::warp(warped.pixels, source, matrix, kWarpFilter, 0.0f, false,
+                                       OIIO::ImageBuf::WrapBlack, covered),
+              warped.pixels, "warp");
+        ++warps_;
+        warped.transform = m;
+        warped.generation = prepared.generation;
+    }
+    const OIIO::ROI from = OIIO::roi_intersection(
+        warped.pixels.roi(), OIIO::ROI(-sx, width_ - sx, -sy, height_ - sy, 0, 1, 0, 4));
+    if (from.width() > 0 && from.height() > 0) {
+        Check(OIIO::ImageBufAlgo::paste(target, sx, sy, 0, 0, warped.pixels, from), target,
+              "paste");
+    }
 }
 
 void Composition::Composite() {
@@ -226,12 +273,21 @@ void Composition::Composite() {
         }
         return;
     }
-    const OIIO::ImageSpec spec = RgbaSpec(width_, height_);
+    const OIIO::ImageSpec layout = RgbaSpec(width_, height_);
+    if (drawn.size() == 1) {
+        // One layer over transparent black: placed straight into the pixels and divided by
+        // alpha there.
+        std::fill(pixels_.begin(), pixels_.end(), 0.0f);
+        OIIO::ImageBuf out(layout, pixels_.data());
+        Place(only, out);
+        Check(OIIO::ImageBufAlgo::unpremult(out, out), out, "unpremult");
+        return;
+    }
     if (!result_.initialized() || result_.spec().width != width_ ||
         result_.spec().height != height_) {
-        result_.reset(spec);
-        scratch_.reset(spec);
-        merged_.reset(spec);
+        result_.reset(layout);
+        scratch_.reset(layout);
+        merged_.reset(layout);
     }
     OIIO::ImageBufAlgo::zero(result_);
     Place(*drawn.front(), result_);
@@ -241,7 +297,7 @@ void Composition::Composite() {
         Check(OIIO::ImageBufAlgo::over(merged_, scratch_, result_), merged_, "over");
         result_.swap(merged_);
     }
-    OIIO::ImageBuf out(spec, pixels_.data());
+    OIIO::ImageBuf out(layout, pixels_.data());
     Check(OIIO::ImageBufAlgo::unpremult(out, result_), out, "unpremult");
 }
 

@@ -6,7 +6,9 @@
 // Each drawn layer is multiplied by its alpha, its mask and its opacity, moved into the
 // composition by its transform with OpenImageIO's affine warp (or pasted, when the
 // transform is a whole-pixel translation, which a warp would give exactly), composited
-// with `over`, and divided by alpha again.
+// with `over`, and divided by alpha again. A warped layer is kept: when it is next moved
+// by whole pixels and nothing else changed (a drag, mostly), the kept pixels are pasted
+// at the new place instead of being resampled again.
 #pragma once
 
 #include <array>
@@ -54,6 +56,10 @@ public:
     /// The topmost drawn layer whose pixels cover composition point `x`, `y`, or null.
     const Layer* LayerAt(double x, double y) const noexcept;
 
+    /// How many times a layer was resampled so far (a kept warp that is pasted again does
+    /// not count).
+    int Warps() const noexcept { return warps_; }
+
     /// The composited pixels: Width() x Height() x 4 floats, rows top to bottom.
     const std::vector<float>& Pixels() const noexcept { return pixels_; }
 
@@ -63,19 +69,31 @@ private:
         OIIO::ImageBuf pixels;
         double opacity = -1;
         std::optional<RectMask> mask;
+        /// Counts the times the pixels were made, so that what was made from them knows
+        /// when they changed.
+        int generation = 0;
+    };
+    /// A layer's pixels as last warped into the composition, over the part of the
+    /// composition that they reached then.
+    struct Warped {
+        OIIO::ImageBuf pixels;
+        Affine transform;
+        int generation = -1;
     };
     Layer& Add(Layer layer);
-    const OIIO::ImageBuf& Prepare(const Layer& layer);
+    const Prepared& Prepare(const Layer& layer);
     /// Draws `layer` into `target` (composition-sized, transparent black before).
     void Place(const Layer& layer, OIIO::ImageBuf& target);
     void Composite();
 
     std::vector<Layer> layers_;
     std::map<int, Prepared> prepared_;
+    std::map<int, Warped> warped_;
     int nextId_ = 1;
     int width_ = 0;
     int height_ = 0;
     bool dirty_ = false;
+    int warps_ = 0;
     std::vector<float> pixels_;
     OIIO::ImageBuf result_;
     OIIO::ImageBuf scratch_;
