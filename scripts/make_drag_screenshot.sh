@@ -79,7 +79,7 @@ run=(env "${unset_qt[@]}" -u WAYLAND_DISPLAY -u XAUTHORITY DISPLAY="$display"
   QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME="$tmp/config" XDG_RUNTIME_DIR="$tmp" HOME="$tmp")
 
 "${run[@]}" "$qzview" "$image" --log-json --prefs "$tmp/preferences.txt" \
-  --geometry 1000x600+0+0 --scale 2 >"$tmp/log.jsonl" 2>"$tmp/qzview.stderr" &
+  --geometry 1240x640+0+0 --scale 2 >"$tmp/log.jsonl" 2>"$tmp/qzview.stderr" &
 qzview_pid=$!
 wait_until "qzview's ready event" grep -q '"event":"ready"' "$tmp/log.jsonl"
 ready="$(grep -m1 '"event":"ready"' "$tmp/log.jsonl")"

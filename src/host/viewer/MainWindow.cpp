@@ -162,6 +162,10 @@ void MainWindow::BuildLayersDock() {
     scroll->setWidgetResizable(true);
     layersDock_->setWidget(scroll);
     addDockWidget(Qt::LeftDockWidgetArea, layersDock_);
+    // Room for a row of three numbers; the Project list needs less height than the
+    // properties. A saved layout puts its own sizes back.
+    resizeDocks({layersDock_}, {330}, Qt::Horizontal);
+    resizeDocks({projectDock_, layersDock_}, {140, 420}, Qt::Vertical);
     connect(layerPanel_, &LayerPropertiesPanel::editStarted, editor_, &LayerEditor::BeginEdit);
     connect(layerPanel_, &LayerPropertiesPanel::edited, editor_, &LayerEditor::Edit);
     connect(layerPanel_, &LayerPropertiesPanel::editFinished, editor_, &LayerEditor::EndEdit);

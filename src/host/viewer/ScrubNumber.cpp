@@ -16,7 +16,7 @@ ScrubNumber::ScrubNumber(double step, QWidget* parent) : QLineEdit(parent), step
     setAlignment(Qt::AlignRight);
     setCursor(Qt::SizeHorCursor);
     setFrame(false);
-    setMaximumWidth(84);
+    setMaximumWidth(72);
     setToolTip(tr("Drag left or right to change (Shift: x10, Ctrl: x0.1); click to type"));
     connect(this, &QLineEdit::returnPressed, this, &ScrubNumber::Commit);
     ShowValue();
