@@ -25,6 +25,7 @@
 #include "LayerPropertiesPanel.h"
 #include "PanelWidget.h"
 #include "TempFolder.h"
+#include "ViewerBenchSession.h"
 #include "ViewerSession.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
@@ -57,25 +58,10 @@ qzview::LayerImage MakeLayer() {
     return image;
 }
 
-class DragFixture {
+class DragFixture : public ViewerBenchSession {
 public:
-    explicit DragFixture(double rotation) : folder_("viewer_drag_bench") {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        qzview::ViewerOptions options;
-        options.geometry = QRect(0, 0, 1400, 800);
-        options.scale = 2.0;
-        options.prefs = (folder_.Path() / "preferences.txt").string();
-        std::vector<qzview::LayerImage> images;
-        images.push_back(MakeLayer());
-        session_ = std::make_unique<qzview::ViewerSession>(options, std::move(images));
-        session_->Show();
-        for (int round = 0; round < 1000 && !Ready(); ++round) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        }
-        if (!Ready()) {
-            std::fprintf(stderr, "viewer_drag_bench: the viewer's Info panel did not show\n");
-            std::abort();
-        }
+    explicit DragFixture(double rotation)
+        : ViewerBenchSession("viewer_drag_bench", QRect(0, 0, 1400, 800), Images()) {
         Window().Canvas().ZoomTo(0.5);
         if (rotation != 0) {
             const qzview::Layer& layer = Window().Comp().Layers().front();
@@ -83,18 +69,6 @@ public:
         }
         Window().RunFrame();
         QCoreApplication::processEvents();
-    }
-
-    ~DragFixture() {
-        session_->Shutdown();
-        session_.reset();
-    }
-    DragFixture(const DragFixture&) = delete;
-    DragFixture& operator=(const DragFixture&) = delete;
-
-    qzview::MainWindow& Window() { return session_->Window(); }
-    qzview::PanelWidget* Panel() {
-        return session_->Window().Docks().Panel(qzhost::script::kInfoTabType);
     }
 
     void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
@@ -111,13 +85,11 @@ public:
     }
 
 private:
-    bool Ready() {
-        QWindow* handle = session_->Window().windowHandle();
-        return handle != nullptr && handle->isExposed() && Panel() != nullptr;
+    static std::vector<qzview::LayerImage> Images() {
+        std::vector<qzview::LayerImage> images;
+        images.push_back(MakeLayer());
+        return images;
     }
-
-    qztest::TempFolder folder_;
-    std::unique_ptr<qzview::ViewerSession> session_;
 };
 
 void DragSteps(benchmark::State& state, double rotation) {

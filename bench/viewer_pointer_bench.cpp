@@ -23,6 +23,7 @@
 #include "DockWorkspace.h"
 #include "PanelWidget.h"
 #include "TempFolder.h"
+#include "ViewerBenchSession.h"
 #include "ViewerSession.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
@@ -30,46 +31,11 @@
 namespace {
 
 /// The viewer with the sample chart open and its Info panel on the (offscreen) screen.
-class ViewerFixture {
+class ViewerFixture : public ViewerBenchSession {
 public:
-    ViewerFixture() : folder_("viewer_pointer_bench") {
-        qzhost::MainLoop::Get().AdoptCurrentThread();
-        qzview::ViewerOptions options;
-        options.images = {QZ_SOURCE_DIR "/samples/chart.png"};
-        options.geometry = QRect(0, 0, 1000, 600);
-        options.scale = 2.0;
-        options.prefs = (folder_.Path() / "preferences.txt").string();
-        std::vector<qzview::LayerImage> images;
-        images.push_back(qzview::ReadLayerImage(options.images.front()));
-        session_ = std::make_unique<qzview::ViewerSession>(options, std::move(images));
-        session_->Show();
-        // Until the window is exposed and the ready poll has run its first frame.
-        QWindow* handle = nullptr;
-        for (int round = 0; round < 1000; ++round) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-            handle = session_->Window().windowHandle();
-            if (handle != nullptr && handle->isExposed() && Panel() != nullptr) {
-                break;
-            }
-        }
-        if (handle == nullptr || !handle->isExposed() || Panel() == nullptr) {
-            std::fprintf(stderr, "viewer_pointer_bench: the viewer's Info panel did not show\n");
-            std::abort();
-        }
-        QCoreApplication::processEvents();
-    }
-
-    ~ViewerFixture() {
-        session_->Shutdown();
-        session_.reset();
-    }
-    ViewerFixture(const ViewerFixture&) = delete;
-    ViewerFixture& operator=(const ViewerFixture&) = delete;
-
-    qzview::MainWindow& Window() { return session_->Window(); }
-    qzview::PanelWidget* Panel() {
-        return session_->Window().Docks().Panel(qzhost::script::kInfoTabType);
-    }
+    ViewerFixture()
+        : ViewerBenchSession("viewer_pointer_bench", QRect(0, 0, 1000, 600),
+                             Images(QZ_SOURCE_DIR "/samples/chart.png")) {}
 
     /// The canvas point (logical coordinates) at the centre of composition pixel `x`, `y`.
     QPointF CanvasPointOf(int x, int y) {
@@ -82,8 +48,11 @@ public:
     }
 
 private:
-    qztest::TempFolder folder_;
-    std::unique_ptr<qzview::ViewerSession> session_;
+    static std::vector<qzview::LayerImage> Images(const char* path) {
+        std::vector<qzview::LayerImage> images;
+        images.push_back(qzview::ReadLayerImage(path));
+        return images;
+    }
 };
 
 /// Moves the pointer to `at` on the canvas and brings the move to the panel's pixels.
