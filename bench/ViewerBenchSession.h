@@ -3,12 +3,15 @@
 // on the screen at UI scale 2. Shut down as the application quitting would.
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QWindow>
 
@@ -67,3 +70,18 @@ private:
     qztest::TempFolder folder_;
     std::unique_ptr<qzview::ViewerSession> session_;
 };
+
+/// The main() of a viewer benchmark program: Qt on its offscreen platform (no display is
+/// needed), then the benchmarks that the command line asks for.
+inline int RunViewerBenchmarks(int argc, char** argv) {
+    // Before the QApplication.
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -138,14 +138,5 @@ BENCHMARK(DragStepTurnedLayer)
     ->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {
-    // Before the QApplication: no display is needed.
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return RunViewerBenchmarks(argc, argv);
 }

@@ -120,14 +120,5 @@ BENCHMARK(PointerMoveWithoutRepaint)->Name("viewer_pointer_move_to_panel_image_s
 BENCHMARK(PointerMove)->Name("viewer_pointer_move_to_panel_pixels_scale2");
 
 int main(int argc, char** argv) {
-    // Before the QApplication: no display is needed.
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return RunViewerBenchmarks(argc, argv);
 }
