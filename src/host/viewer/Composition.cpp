@@ -83,13 +83,6 @@ int Composition::AddCamera() {
     return Add(std::move(camera)).id;
 }
 
-void Composition::Remove(int id) {
-    std::erase_if(layers_, [id](const Layer& layer) { return layer.id == id; });
-    prepared_.erase(id);
-    warped_.erase(id);
-    dirty_ = true;
-}
-
 const Layer* Composition::Find(int id) const noexcept {
     for (const Layer& layer : layers_) {
         if (layer.id == id) {

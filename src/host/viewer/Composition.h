@@ -32,8 +32,6 @@ public:
     int AddImage(LayerImage image);
     /// Adds a camera looking at the composition's centre. Returns its id.
     int AddCamera();
-    /// Takes the layer out (as undoing its creation does).
-    void Remove(int id);
 
     const std::vector<Layer>& Layers() const noexcept { return layers_; }
     bool Empty() const noexcept { return layers_.empty(); }

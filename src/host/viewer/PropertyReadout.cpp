@@ -56,11 +56,6 @@ PXM_Layer& PropertyReadout::HostLayer(const Layer& layer) {
     return *held;
 }
 
-void PropertyReadout::Forget(int layer_id) {
-    hostLayers_.erase(layer_id);
-    hostLayerThreeD_.erase(layer_id);
-}
-
 int PropertyReadout::Drag(const Layer& layer, Property property, const PropertyValue& v,
                           const PropertyValue& d) {
     const char* name = layer.name.c_str();

@@ -47,8 +47,6 @@ public:
     int Stream(const Layer& layer, Property property, const PropertyValue& value,
                const PropertyValue& change);
 
-    /// [ui-thread] Forgets the host object of a layer that is gone.
-    void Forget(int layer_id);
     /// The number of readout calls made so far.
     int Calls() const noexcept { return calls_; }
 
