@@ -4,8 +4,9 @@
 // layer again and turns it into display colours, delivers the pixel under the pointer and
 // draws what the panel marked invalid at UI scale 2; and the repaints of the canvas and the
 // panel, run at once instead of waiting for the event loop. Qt runs on its offscreen
-// platform. The layer moves by whole pixels (a paste) in one benchmark and is turned by 10
-// degrees (an affine warp for every step) in the other.
+// platform. The layer is moved untouched (pasted), moved after it was turned by 10 degrees
+// (warped once, then its kept warp pasted), and turned with the rotation tool (warped
+// every step).
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -92,20 +93,17 @@ private:
     }
 };
 
-void DragSteps(benchmark::State& state, double rotation) {
-    DragFixture viewer(rotation);
+/// Drags with the current tool from `from` through the points that `step` gives for each
+/// iteration.
+template <typename Step>
+void DragSteps(benchmark::State& state, DragFixture& viewer, QPointF from, Step step) {
     qzview::MainWindow& window = viewer.Window();
-    const QPointF from = viewer.Middle();
     viewer.Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
     const int readouts = window.Readout().Calls();
     const std::uint64_t repaints = viewer.Panel()->Repaints();
     std::size_t i = 0;
     for (auto _ : state) {
-        // One screen pixel further each step, back and forth: at zoom 1/2, two composition
-        // pixels, so the position readout changes every time.
-        const double offset = static_cast<double>(i % 32 < 16 ? i % 16 : 16 - i % 16);
-        viewer.Mouse(QEvent::MouseMove, from + QPointF(offset + 1, 0), Qt::NoButton,
-                     Qt::LeftButton);
+        viewer.Mouse(QEvent::MouseMove, step(i), Qt::NoButton, Qt::LeftButton);
         window.RunFrame();
         window.Canvas().repaint();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
@@ -120,12 +118,38 @@ void DragSteps(benchmark::State& state, double rotation) {
         static_cast<double>(state.iterations());
 }
 
+/// Moves the layer one screen pixel further each step, back and forth: at zoom 1/2, two
+/// composition pixels, so the position readout changes every time.
+void MoveSteps(benchmark::State& state, double rotation) {
+    DragFixture viewer(rotation);
+    const QPointF from = viewer.Middle();
+    DragSteps(state, viewer, from, [from](std::size_t i) {
+        const double offset = static_cast<double>(i % 32 < 16 ? i % 16 : 16 - i % 16);
+        return from + QPointF(offset + 1, 0);
+    });
+}
+
 void DragStepWholePixels(benchmark::State& state) {
-    DragSteps(state, 0.0);
+    MoveSteps(state, 0.0);
 }
 
 void DragStepTurnedLayer(benchmark::State& state) {
-    DragSteps(state, 10.0);
+    MoveSteps(state, 10.0);
+}
+
+/// Turns the layer with the rotation tool, 2 degrees a step around its anchor point: every
+/// step resamples the whole layer.
+void RotationStep(benchmark::State& state) {
+    DragFixture viewer(0.0);
+    viewer.Window().SetTool(qzview::Tool::Rotation);
+    const qzview::Layer& layer = viewer.Window().Comp().Layers().front();
+    const QPointF centre = viewer.Window().Canvas().WidgetPointOf(
+        {layer.values.position[0], layer.values.position[1]});
+    const auto at = [centre](double degrees) {
+        const double r = degrees * 3.14159265358979 / 180.0;
+        return centre + QPointF(150 * std::cos(r), 150 * std::sin(r));
+    };
+    DragSteps(state, viewer, at(0), [at](std::size_t i) { return at(2.0 * (i % 90 + 1)); });
 }
 
 } // namespace
@@ -135,6 +159,9 @@ BENCHMARK(DragStepWholePixels)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(DragStepTurnedLayer)
     ->Name("viewer_drag_step_1024x512_float_turned")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(RotationStep)
+    ->Name("viewer_rotation_drag_step_1024x512_float")
     ->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {

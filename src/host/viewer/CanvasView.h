@@ -36,6 +36,8 @@ public:
     /// Shows a composition of `width` x `height` pixels in display colours 0xAARRGGBB
     /// (not premultiplied).
     void SetPicture(int width, int height, std::vector<std::uint32_t> colours);
+    /// Gives up the picture's colours, so that their storage serves the next picture.
+    std::vector<std::uint32_t> TakePicture() noexcept { return std::move(colours_); }
     int CompositionWidth() const noexcept { return width_; }
     int CompositionHeight() const noexcept { return height_; }
 

@@ -139,7 +139,7 @@ const Composition::Prepared& Composition::Prepare(const Layer& layer) {
     return prepared;
 }
 
-void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
+bool Composition::Place(const Layer& layer, OIIO::ImageBuf& target, bool straight) {
     const Prepared& prepared = Prepare(layer);
     const OIIO::ImageBuf& source = prepared.pixels;
     const Affine m = LayerToComposition(layer);
@@ -150,10 +150,10 @@ void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
         if (from.width() > 0 && from.height() > 0) {
             Check(OIIO::ImageBufAlgo::paste(target, dx, dy, 0, 0, source, from), target, "paste");
         }
-        return;
+        return false;
     }
     if (!m.Inverse()) {
-        return; // seen edge-on: nothing to draw
+        return false; // seen edge-on: nothing to draw
     }
     // Only the composition pixels that the layer's corners enclose (and the filter's
     // reach around them) are resampled.
@@ -185,7 +185,7 @@ void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
     };
     const OIIO::ROI region = bounds(0);
     if (region.width() <= 0 || region.height() <= 0) {
-        return;
+        return false;
     }
     Warped& warped = warped_[layer.id];
     const Affine& kept = warped.transform;
@@ -227,13 +227,19 @@ void Composition::Place(const Layer& layer, OIIO::ImageBuf& target) {
         ++warps_;
         warped.transform = m;
         warped.generation = prepared.generation;
+        warped.straight.clear();
     }
+    if (straight && !warped.straight.initialized()) {
+        Check(OIIO::ImageBufAlgo::unpremult(warped.straight, warped.pixels), warped.straight,
+              "unpremult");
+    }
+    const OIIO::ImageBuf& drawn = straight ? warped.straight : warped.pixels;
     const OIIO::ROI from = OIIO::roi_intersection(
-        warped.pixels.roi(), OIIO::ROI(-sx, width_ - sx, -sy, height_ - sy, 0, 1, 0, 4));
+        drawn.roi(), OIIO::ROI(-sx, width_ - sx, -sy, height_ - sy, 0, 1, 0, 4));
     if (from.width() > 0 && from.height() > 0) {
-        Check(OIIO::ImageBufAlgo::paste(target, sx, sy, 0, 0, warped.pixels, from), target,
-              "paste");
+        Check(OIIO::ImageBufAlgo::paste(target, sx, sy, 0, 0, drawn, from), target, "paste");
     }
+    return straight;
 }
 
 void Composition::Composite() {
@@ -272,8 +278,9 @@ void Composition::Composite() {
         // alpha there.
         std::fill(pixels_.begin(), pixels_.end(), 0.0f);
         OIIO::ImageBuf out(layout, pixels_.data());
-        Place(only, out);
-        Check(OIIO::ImageBufAlgo::unpremult(out, out), out, "unpremult");
+        if (!Place(only, out, true)) {
+            Check(OIIO::ImageBufAlgo::unpremult(out, out), out, "unpremult");
+        }
         return;
     }
     if (!result_.initialized() || result_.spec().width != width_ ||

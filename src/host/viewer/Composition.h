@@ -75,13 +75,17 @@ private:
     /// composition that they reached then.
     struct Warped {
         OIIO::ImageBuf pixels;
+        /// The same divided by alpha, made when a lone layer is drawn from it.
+        OIIO::ImageBuf straight;
         Affine transform;
         int generation = -1;
     };
     Layer& Add(Layer layer);
     const Prepared& Prepare(const Layer& layer);
-    /// Draws `layer` into `target` (composition-sized, transparent black before).
-    void Place(const Layer& layer, OIIO::ImageBuf& target);
+    /// Draws `layer` into `target` (composition-sized, transparent black before), its
+    /// colour multiplied by alpha; with `straight`, it may draw it divided by alpha again
+    /// instead, and says whether it did.
+    bool Place(const Layer& layer, OIIO::ImageBuf& target, bool straight = false);
     void Composite();
 
     std::vector<Layer> layers_;

@@ -55,14 +55,14 @@ std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept
 
 namespace {
 
-/// DisplayLevel for linear values without a power function per value: the smallest value
-/// that reaches each display level, found once for the exposure, and a table from a
-/// float's sign, exponent and top mantissa bits to the level at the start of its range,
-/// from which the thresholds step up. DisplayLevel never falls as the value rises, so the
-/// level found is DisplayLevel's own.
-class LinearLevels {
+/// DisplayLevel without a power function or a rounding per value: the smallest value that
+/// reaches each display level, found once for the settings, and a table from a float's
+/// sign, exponent and top mantissa bits to the level at the start of its range, from which
+/// the thresholds step up. DisplayLevel never falls as the value rises, so the level found
+/// is DisplayLevel's own.
+class DisplayLevels {
 public:
-    explicit LinearLevels(const DisplaySettings& settings) : exposure_(settings.exposure) {
+    explicit DisplayLevels(const DisplaySettings& settings) : settings_(settings) {
         thresholds_[0] = 0.0f;
         for (int level = 1; level < 256; ++level) {
             // The first bit pattern of a non-negative float whose level reaches `level`.
@@ -85,7 +85,9 @@ public:
         }
     }
 
-    double Exposure() const noexcept { return exposure_; }
+    bool For(const DisplaySettings& settings) const noexcept {
+        return settings.linear == settings_.linear && settings.exposure == settings_.exposure;
+    }
 
     std::uint8_t Level(float value) const noexcept {
         if (!(value > 0.0f)) {
@@ -99,39 +101,35 @@ public:
     }
 
 private:
-    double exposure_;
+    DisplaySettings settings_;
     std::array<float, 256> thresholds_{};
     std::array<std::uint8_t, 0x8000> buckets_{};
 };
 
 } // namespace
 
-std::vector<std::uint32_t> ToDisplay(const std::vector<float>& pixels, std::size_t count,
-                                     const DisplaySettings& settings,
-                                     const MonitorDisplay* monitor) {
-    std::vector<std::uint32_t> out(count);
-    // The levels of the last exposure shown, kept for the next frame (per thread: the
+void ToDisplay(const std::vector<float>& pixels, std::size_t count, const DisplaySettings& settings,
+               const MonitorDisplay* monitor, std::vector<std::uint32_t>& out) {
+    out.resize(count);
+    // The levels of the last settings shown, kept for the next frame (per thread: the
     // viewer draws on its main thread only).
-    thread_local std::unique_ptr<LinearLevels> levels;
-    if (settings.linear && (!levels || levels->Exposure() != settings.exposure)) {
-        levels = std::make_unique<LinearLevels>(settings);
+    thread_local std::unique_ptr<DisplayLevels> levels;
+    if (!levels || !levels->For(settings)) {
+        levels = std::make_unique<DisplayLevels>(settings);
     }
     for (std::size_t i = 0; i < count; ++i) {
         const float* p = pixels.data() + 4 * i;
+        // Alpha is not transferred: clamped, and rounded half away from zero.
         const float alpha = std::isnan(p[3]) ? 0.0f : std::clamp(p[3], 0.0f, 1.0f);
-        const auto a = static_cast<std::uint32_t>(std::lround(alpha * 255.0f));
-        if (settings.linear) {
-            out[i] = a << 24 | std::uint32_t{levels->Level(p[0])} << 16 |
-                     std::uint32_t{levels->Level(p[1])} << 8 | levels->Level(p[2]);
-            continue;
-        }
-        out[i] = a << 24 | std::uint32_t{DisplayLevel(p[0], settings)} << 16 |
-                 std::uint32_t{DisplayLevel(p[1], settings)} << 8 | DisplayLevel(p[2], settings);
+        const float scaled = alpha * 255.0f;
+        const auto whole = static_cast<std::uint32_t>(scaled);
+        const std::uint32_t a = whole + (scaled - static_cast<float>(whole) >= 0.5f ? 1 : 0);
+        out[i] = a << 24 | std::uint32_t{levels->Level(p[0])} << 16 |
+                 std::uint32_t{levels->Level(p[1])} << 8 | levels->Level(p[2]);
     }
     if (monitor != nullptr) {
         monitor->Apply(out.data(), out.size());
     }
-    return out;
 }
 
 } // namespace qzview

@@ -39,9 +39,8 @@ private:
 std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept;
 
 /// `pixels` (RGBA floats, `count` pixels) as 0xAARRGGBB display colours, not
-/// premultiplied.
-std::vector<std::uint32_t> ToDisplay(const std::vector<float>& pixels, std::size_t count,
-                                     const DisplaySettings& settings,
-                                     const MonitorDisplay* monitor);
+/// premultiplied, into `out` (resized; its storage is reused).
+void ToDisplay(const std::vector<float>& pixels, std::size_t count, const DisplaySettings& settings,
+               const MonitorDisplay* monitor, std::vector<std::uint32_t>& out);
 
 } // namespace qzview

@@ -466,8 +466,9 @@ void MainWindow::RefreshDisplay() {
     exposure_->setEnabled(display_.linear);
     const std::size_t count =
         static_cast<std::size_t>(composition_.Width()) * composition_.Height();
-    canvas_->SetPicture(composition_.Width(), composition_.Height(),
-                        ToDisplay(composition_.Pixels(), count, display_, monitor_.get()));
+    std::vector<std::uint32_t> colours = canvas_->TakePicture();
+    ToDisplay(composition_.Pixels(), count, display_, monitor_.get(), colours);
+    canvas_->SetPicture(composition_.Width(), composition_.Height(), std::move(colours));
 }
 
 void MainWindow::SetProjectDepth(std::int8_t depth) {

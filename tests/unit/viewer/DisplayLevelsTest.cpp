@@ -1,7 +1,9 @@
-// Float projects are shown through a table of display levels; every value must show the
-// level that the sRGB transfer gives it.
+// The composite is shown through a table of display levels; every value must show the
+// level that the display's rule gives it: the sRGB transfer after the exposure for a float
+// project, the value as it is for an integer one.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -12,7 +14,7 @@
 namespace qzviewtest {
 namespace {
 
-TEST(DisplayLevelsTest, LinearValuesShowTheLevelOfTheTransferAtEveryExposure) {
+TEST(DisplayLevelsTest, EveryValueShowsTheLevelOfTheTransferAtEveryExposure) {
     // Non-negative floats spread over every exponent, the two sides of each level's
     // threshold, and negative, infinite and NaN values.
     std::vector<float> values;
@@ -30,17 +32,37 @@ TEST(DisplayLevelsTest, LinearValuesShowTheLevelOfTheTransferAtEveryExposure) {
     for (float v : values) {
         pixels.insert(pixels.end(), {v, v, v, 1.0f});
     }
-    for (double exposure : {0.0, -2.5, 3.0}) {
+    for (const auto& [linear, exposure] : std::vector<std::pair<bool, double>>{
+             {true, 0.0}, {true, -2.5}, {true, 3.0}, {false, 0.0}}) {
         qzview::DisplaySettings settings;
-        settings.linear = true;
+        settings.linear = linear;
         settings.exposure = exposure;
-        const std::vector<std::uint32_t> shown =
-            qzview::ToDisplay(pixels, values.size(), settings, nullptr);
+        std::vector<std::uint32_t> shown;
+        qzview::ToDisplay(pixels, values.size(), settings, nullptr, shown);
         for (std::size_t i = 0; i < values.size(); ++i) {
             const std::uint32_t want = qzview::DisplayLevel(values[i], settings);
             ASSERT_EQ(shown[i] & 0xFF, want) << "value " << values[i] << " exposure " << exposure;
             ASSERT_EQ((shown[i] >> 16) & 0xFF, want);
+            ASSERT_EQ(shown[i] >> 24, 255u);
         }
+    }
+}
+
+TEST(DisplayLevelsTest, AlphaIsClampedAndRoundedHalfAwayFromZero) {
+    std::vector<float> pixels;
+    std::vector<float> alphas = {-1.0f, NAN, 2.0f, 0.5f / 255.0f, 1.5f / 255.0f, 254.5f / 255.0f};
+    for (int i = 0; i <= 5000; ++i) {
+        alphas.push_back(static_cast<float>(i) / 5000.0f);
+    }
+    for (float alpha : alphas) {
+        pixels.insert(pixels.end(), {0.5f, 0.5f, 0.5f, alpha});
+    }
+    std::vector<std::uint32_t> shown;
+    qzview::ToDisplay(pixels, alphas.size(), qzview::DisplaySettings{}, nullptr, shown);
+    for (std::size_t i = 0; i < alphas.size(); ++i) {
+        const float clamped = std::isnan(alphas[i]) ? 0.0f : std::clamp(alphas[i], 0.0f, 1.0f);
+        ASSERT_EQ(shown[i] >> 24, static_cast<std::uint32_t>(std::lround(clamped * 255.0f)))
+            << "alpha " << alphas[i];
     }
 }
 
