@@ -15,7 +15,7 @@ namespace {
 /// fraction of a pixel stays sharp.
 constexpr const char* kWarpFilter = "triangle";
 
-OIIO::ImageSpec RgbaSpec(int width, int height) {
+OIIO::ImageSpec RgbaLayout(int width, int height) {
     OIIO::ImageSpec format(width, height, 4, OIIO::TypeDesc::FLOAT);
     format.alpha_channel = 3;
     return format;
@@ -24,7 +24,7 @@ OIIO::ImageSpec RgbaSpec(int width, int height) {
 /// A view of a layer's straight pixels, read only.
 OIIO::ImageBuf View(const LayerImage& image) {
     // The buffer is only read: ImageBuf takes a plain pointer for the pixels it wraps.
-    return OIIO::ImageBuf(RgbaSpec(image.width, image.height),
+    return OIIO::ImageBuf(RgbaLayout(image.width, image.height),
                           const_cast<float*>(image.rgba.data()));
 }
 
@@ -217,7 +217,7 @@ bool Composition::Place(const Layer& layer, OIIO::ImageBuf& target, bool straigh
         // beyond the composition, so that the next moves find its pixels there.
         const OIIO::ROI covered =
             moved ? bounds(std::max(32, std::max(width_, height_) / 4)) : region;
-        OIIO::ImageSpec layout = RgbaSpec(covered.width(), covered.height());
+        auto layout = RgbaLayout(covered.width(), covered.height());
         layout.x = covered.xbegin;
         layout.y = covered.ybegin;
         warped.pixels.reset(layout);
@@ -262,7 +262,7 @@ void Composition::Composite() {
         // where it covers the composition.
         const Affine m = LayerToComposition(only);
         std::fill(pixels_.begin(), pixels_.end(), 0.0f);
-        OIIO::ImageBuf out(RgbaSpec(width_, height_), pixels_.data());
+        OIIO::ImageBuf out(RgbaLayout(width_, height_), pixels_.data());
         const int dx = static_cast<int>(m.e);
         const int dy = static_cast<int>(m.f);
         const OIIO::ROI from = PasteRegion(only.Width(), only.Height(), dx, dy, width_, height_);
@@ -272,7 +272,7 @@ void Composition::Composite() {
         }
         return;
     }
-    const OIIO::ImageSpec layout = RgbaSpec(width_, height_);
+    const auto layout = RgbaLayout(width_, height_);
     if (drawn.size() == 1) {
         // One layer over transparent black: placed straight into the pixels and divided by
         // alpha there.
@@ -283,8 +283,8 @@ void Composition::Composite() {
         }
         return;
     }
-    if (!result_.initialized() || result_.spec().width != width_ ||
-        result_.spec().height != height_) {
+    if (!result_.initialized() || result_.roi().width() != width_ ||
+        result_.roi().height() != height_) {
         result_.reset(layout);
         scratch_.reset(layout);
         merged_.reset(layout);

@@ -275,14 +275,14 @@ TEST_F(LayerReadoutTest, TheCompositeUnderThePointerIsOpenImageIOsWarpOfTheLayer
                                 {static_cast<float>(e), static_cast<float>(f), 1.0f}};
     OIIO::ImageBuf file(Sample("chart.png"));
     ASSERT_TRUE(file.read(0, 0, true, OIIO::TypeDesc::FLOAT)) << file.geterror();
-    // The chart has no alpha channel: it is opaque.
+    // The chart has no alpha channel: it is opaque. Named R, G, B, A, the fourth channel
+    // is the alpha that premult and unpremult use.
     const int order[4] = {0, 1, 2, file.nchannels() > 3 ? 3 : -1};
     const float fill[4] = {0, 0, 0, 1};
-    OIIO::ImageBuf chart = OIIO::ImageBufAlgo::channels(file, 4, order, fill);
-    chart.specmod().alpha_channel = 3;
+    const std::string names[4] = {"R", "G", "B", "A"};
+    const OIIO::ImageBuf chart = OIIO::ImageBufAlgo::channels(file, 4, order, fill, names);
     const OIIO::ImageBuf premultiplied = OIIO::ImageBufAlgo::premult(chart);
-    OIIO::ImageBuf warped(chart.spec());
-    OIIO::ImageBufAlgo::zero(warped);
+    OIIO::ImageBuf warped = OIIO::ImageBufAlgo::zero(chart.roi());
     ASSERT_TRUE(OIIO::ImageBufAlgo::warp(warped, premultiplied, matrix, "triangle", 0.0f, false,
                                          OIIO::ImageBuf::WrapBlack));
     const OIIO::ImageBuf expected = OIIO::ImageBufAlgo::unpremult(warped);
