@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <stdexcept>
 
 #include <OpenImageIO/imagebufalgo.h>
@@ -49,8 +48,21 @@ OIIO::ROI PasteRegion(int width, int height, int dx, int dy, int target_w, int t
 Layer& Composition::Add(Layer layer) {
     layer.id = nextId_++;
     layers_.push_back(std::move(layer));
+    KeepPlacement(layers_.back());
     dirty_ = true;
     return layers_.back();
+}
+
+void Composition::KeepPlacement(const Layer& layer) {
+    Placement& placement = placements_[layer.id];
+    placement.transform = LayerToComposition(layer);
+    placement.inverse = placement.transform.Inverse();
+}
+
+const Affine& Composition::Transform(int id) const noexcept {
+    static const Affine identity;
+    const auto found = placements_.find(id);
+    return found != placements_.end() ? found->second.transform : identity;
 }
 
 int Composition::AddImage(LayerImage image) {
@@ -96,6 +108,7 @@ void Composition::SetValues(int id, const LayerValues& values) {
     for (Layer& layer : layers_) {
         if (layer.id == id && !(layer.values == values)) {
             layer.values = values;
+            KeepPlacement(layer);
             dirty_ = dirty_ || layer.Drawn();
         }
     }
@@ -140,33 +153,33 @@ const Composition::Prepared& Composition::Prepare(const Layer& layer) {
 }
 
 bool Composition::Place(const Layer& layer, OIIO::ImageBuf& target, bool straight) {
-    const Prepared& prepared = Prepare(layer);
-    const OIIO::ImageBuf& source = prepared.pixels;
-    const Affine m = LayerToComposition(layer);
+    const Placement& placement = placements_.at(layer.id);
+    const Affine& m = placement.transform;
     if (m.IsIntegerTranslation()) {
+        // A whole-pixel move is a paste; with nothing scaling the layer's values, its
+        // straight pixels are pasted as they are.
+        const bool own = straight && layer.values.opacity >= 100.0 && !layer.values.mask;
+        const OIIO::ImageBuf& source = own ? View(*layer.image) : Prepare(layer).pixels;
         const int dx = static_cast<int>(m.e);
         const int dy = static_cast<int>(m.f);
         const OIIO::ROI from = PasteRegion(layer.Width(), layer.Height(), dx, dy, width_, height_);
         if (from.width() > 0 && from.height() > 0) {
             Check(OIIO::ImageBufAlgo::paste(target, dx, dy, 0, 0, source, from), target, "paste");
         }
-        return false;
+        return own;
     }
-    if (!m.Inverse()) {
+    if (!placement.inverse) {
         return false; // seen edge-on: nothing to draw
     }
+    const Prepared& prepared = Prepare(layer);
+    const OIIO::ImageBuf& source = prepared.pixels;
     // Only the composition pixels that the layer's corners enclose (and the filter's
     // reach around them) are resampled.
     double x0 = 1e300;
     double y0 = 1e300;
     double x1 = -1e300;
     double y1 = -1e300;
-    for (const auto& [cx, cy] :
-         {std::array<double, 2>{0, 0},
-          {static_cast<double>(layer.Width()), 0},
-          {0, static_cast<double>(layer.Height())},
-          {static_cast<double>(layer.Width()), static_cast<double>(layer.Height())}}) {
-        const auto [px, py] = m.Apply(cx, cy);
+    for (const auto& [px, py] : Corners(m, layer.Width(), layer.Height())) {
         x0 = std::min(x0, px);
         y0 = std::min(y0, py);
         x1 = std::max(x1, px);
@@ -255,30 +268,14 @@ void Composition::Composite() {
         std::fill(pixels_.begin(), pixels_.end(), 0.0f);
         return;
     }
-    const Layer& only = *drawn.front();
-    if (drawn.size() == 1 && LayerToComposition(only).IsIntegerTranslation() &&
-        only.values.opacity >= 100.0 && !only.values.mask) {
-        // One whole layer over transparent black is the layer itself: its values exactly,
-        // where it covers the composition.
-        const Affine m = LayerToComposition(only);
-        std::fill(pixels_.begin(), pixels_.end(), 0.0f);
-        OIIO::ImageBuf out(RgbaLayout(width_, height_), pixels_.data());
-        const int dx = static_cast<int>(m.e);
-        const int dy = static_cast<int>(m.f);
-        const OIIO::ROI from = PasteRegion(only.Width(), only.Height(), dx, dy, width_, height_);
-        if (from.width() > 0 && from.height() > 0) {
-            Check(OIIO::ImageBufAlgo::paste(out, dx, dy, 0, 0, View(*only.image), from), out,
-                  "paste");
-        }
-        return;
-    }
     const auto layout = RgbaLayout(width_, height_);
     if (drawn.size() == 1) {
-        // One layer over transparent black: placed straight into the pixels and divided by
-        // alpha there.
+        // One layer over transparent black is the layer itself: placed straight into the
+        // pixels (a whole layer moved by whole pixels gives its values exactly), or
+        // divided by alpha there.
         std::fill(pixels_.begin(), pixels_.end(), 0.0f);
         OIIO::ImageBuf out(layout, pixels_.data());
-        if (!Place(only, out, true)) {
+        if (!Place(*drawn.front(), out, true)) {
             Check(OIIO::ImageBufAlgo::unpremult(out, out), out, "unpremult");
         }
         return;
@@ -314,7 +311,7 @@ const Layer* Composition::LayerAt(double x, double y) const noexcept {
         if (!it->Drawn()) {
             continue;
         }
-        const std::optional<Affine> inverse = LayerToComposition(*it).Inverse();
+        const std::optional<Affine>& inverse = placements_.at(it->id).inverse;
         if (!inverse) {
             continue;
         }

@@ -39,14 +39,15 @@ public:
     const Layer* Find(int id) const noexcept;
     /// Gives layer `id` new values; the pixels follow at the next Render().
     void SetValues(int id, const LayerValues& values);
+    /// Where layer `id` is drawn: LayerToComposition of its current values, kept with
+    /// them (the pointer's hit test asks for it at every move).
+    const Affine& Transform(int id) const noexcept;
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
 
     /// Composites again if a layer changed since the last time; returns whether it did.
     bool Render();
-    /// Whether a change waits for Render().
-    bool Dirty() const noexcept { return dirty_; }
 
     /// The composited pixel at column `x`, row `y`; transparent black outside the
     /// composition.
@@ -81,14 +82,21 @@ private:
         int generation = -1;
     };
     Layer& Add(Layer layer);
+    /// Keeps a layer's transform and its inverse (none when it is seen edge-on).
+    struct Placement {
+        Affine transform;
+        std::optional<Affine> inverse;
+    };
+    void KeepPlacement(const Layer& layer);
     const Prepared& Prepare(const Layer& layer);
     /// Draws `layer` into `target` (composition-sized, transparent black before), its
-    /// colour multiplied by alpha; with `straight`, it may draw it divided by alpha again
-    /// instead, and says whether it did.
+    /// colour multiplied by alpha; with `straight`, it may draw it divided by alpha (its
+    /// own values, when nothing scales them) instead, and says whether it did.
     bool Place(const Layer& layer, OIIO::ImageBuf& target, bool straight = false);
     void Composite();
 
     std::vector<Layer> layers_;
+    std::map<int, Placement> placements_;
     std::map<int, Prepared> prepared_;
     std::map<int, Warped> warped_;
     int nextId_ = 1;

@@ -1,5 +1,7 @@
 #include "DockLayout.h"
 
+#include <string>
+
 #include <QDockWidget>
 #include <QMainWindow>
 
@@ -39,6 +41,20 @@ Qt::DockWidgetArea Area(long value, Qt::DockWidgetArea fallback) {
     }
 }
 
+/// Whether a dock of the left side (the Project and Layer Properties docks) is open, its
+/// area and whether it floats, under the keys `name`_open, `name`_area, `name`_floating.
+void SaveDock(const QMainWindow& window, const std::string& name, QDockWidget* dock) {
+    Put((name + "_open").c_str(), dock->isHidden() ? 0 : 1);
+    Put((name + "_area").c_str(), window.dockWidgetArea(dock));
+    Put((name + "_floating").c_str(), dock->isFloating() ? 1 : 0);
+}
+
+void RestoreDock(QMainWindow& window, const std::string& name, QDockWidget* dock) {
+    window.addDockWidget(Area(Get((name + "_area").c_str(), 0), Qt::LeftDockWidgetArea), dock);
+    dock->setFloating(Get((name + "_floating").c_str(), 0) == 1);
+    dock->setVisible(Get((name + "_open").c_str(), 1) == 1);
+}
+
 } // namespace
 
 void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
@@ -61,12 +77,8 @@ void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDock
         Put("layers_tabbed", withLayers ? 1 : 0);
         Put("layers_front", withLayers && !layers->visibleRegion().isEmpty() ? 1 : 0);
     }
-    Put("project_open", project->isHidden() ? 0 : 1);
-    Put("project_area", window.dockWidgetArea(project));
-    Put("project_floating", project->isFloating() ? 1 : 0);
-    Put("layers_open", layers->isHidden() ? 0 : 1);
-    Put("layers_area", window.dockWidgetArea(layers));
-    Put("layers_floating", layers->isFloating() ? 1 : 0);
+    SaveDock(window, "project", project);
+    SaveDock(window, "layers", layers);
     Put("saved", 1);
 }
 
@@ -80,12 +92,8 @@ void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QD
                                static_cast<int>(Get("window_y", 0)), static_cast<int>(width),
                                static_cast<int>(height));
         }
-        window.addDockWidget(Area(Get("project_area", 0), Qt::LeftDockWidgetArea), project);
-        project->setFloating(Get("project_floating", 0) == 1);
-        project->setVisible(Get("project_open", 1) == 1);
-        window.addDockWidget(Area(Get("layers_area", 0), Qt::LeftDockWidgetArea), layers);
-        layers->setFloating(Get("layers_floating", 0) == 1);
-        layers->setVisible(Get("layers_open", 1) == 1);
+        RestoreDock(window, "project", project);
+        RestoreDock(window, "layers", layers);
     }
     if (saved && Get("info_open", 1) != 1) {
         return;

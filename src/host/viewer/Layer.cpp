@@ -281,6 +281,14 @@ Affine LayerToComposition(const Layer& layer) noexcept {
     return m;
 }
 
+std::array<std::array<double, 2>, 4> Corners(const Affine& transform, int width,
+                                             int height) noexcept {
+    const double w = width;
+    const double h = height;
+    return {transform.Apply(0, 0), transform.Apply(w, 0), transform.Apply(w, h),
+            transform.Apply(0, h)};
+}
+
 float MaskCoverage(const RectMask& mask, int x, int y) noexcept {
     const double x0 = mask.x - mask.expansion;
     const double y0 = mask.y - mask.expansion;

@@ -124,6 +124,10 @@ struct Affine {
 
 /// Where a drawn layer's pixels go in the composition.
 Affine LayerToComposition(const Layer& layer) noexcept;
+/// The corners of a `width` x `height` layer placed by `transform`, in the composition:
+/// top-left, top-right, bottom-right, bottom-left.
+std::array<std::array<double, 2>, 4> Corners(const Affine& transform, int width,
+                                             int height) noexcept;
 /// The mask's coverage (0 to 1) at the centre of layer pixel `x`, `y`.
 float MaskCoverage(const RectMask& mask, int x, int y) noexcept;
 

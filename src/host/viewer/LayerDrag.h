@@ -27,7 +27,6 @@ public:
     int LayerId() const noexcept { return layerId_; }
     Property Dragged() const noexcept { return property_; }
     const LayerValues& Before() const noexcept { return before_; }
-    const LayerValues& Values() const noexcept { return values_; }
     const PropertyValue& Value() const noexcept { return value_; }
     const PropertyValue& Change() const noexcept { return change_; }
 

@@ -27,8 +27,6 @@ public:
     int id() const override { return gesture_ > 0 ? 1 : -1; }
     bool mergeWith(const QUndoCommand* other) override;
 
-    int LayerId() const noexcept { return layerId_; }
-
 private:
     int layerId_;
     LayerValues before_;

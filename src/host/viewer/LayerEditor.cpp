@@ -42,8 +42,16 @@ void LayerEditor::Record(const QString& text, int layer, const LayerValues& befo
         [this](int id, const LayerValues& values) { Apply(id, values); }, gesture));
 }
 
-void LayerEditor::Report(int) {
-    emit readoutMade();
+const Layer& LayerEditor::ChangeProperty(int layer, Property property, const PropertyValue& value) {
+    const Layer& found = *composition_.Find(layer);
+    LayerValues values = found.values;
+    SetProperty(values, property, value);
+    Apply(layer, values);
+    return found;
+}
+
+QString LayerEditor::ChangeText(const Layer& layer, Property property) {
+    return tr("Change %1").arg(QString::fromStdString(PropertyName(layer, property)));
 }
 
 void LayerEditor::Press(CompositionPoint at, bool corner_handle) {
@@ -84,7 +92,8 @@ void LayerEditor::Drag(CompositionPoint at, bool uniform) {
     Apply(drag_->LayerId(), values);
     const Layer* layer = composition_.Find(drag_->LayerId());
     if (layer != nullptr) {
-        Report(readout_.Drag(*layer, drag_->Dragged(), drag_->Value(), drag_->Change()));
+        readout_.Drag(*layer, drag_->Dragged(), drag_->Value(), drag_->Change());
+        emit readoutMade();
     }
 }
 
@@ -92,12 +101,10 @@ void LayerEditor::Release() {
     if (!drag_) {
         return;
     }
-    const LayerDrag done = *drag_;
+    const LayerDrag done = std::move(*drag_);
     drag_.reset();
-    const Layer* layer = composition_.Find(done.LayerId());
-    if (layer != nullptr) {
-        Record(tr("Change %1").arg(QString::fromStdString(PropertyName(*layer, done.Dragged()))),
-               done.LayerId(), done.Before(), layer->values);
+    if (const Layer* layer = composition_.Find(done.LayerId())) {
+        Record(ChangeText(*layer, done.Dragged()), layer->id, done.Before(), layer->values);
     }
 }
 
@@ -115,19 +122,16 @@ void LayerEditor::WheelScale(int steps, bool coarse, std::optional<CompositionPo
     }
     wheelClock_.restart();
     const LayerValues before = layer->values;
-    LayerValues values = before;
     const double step = steps * (coarse ? 10.0 : 1.0);
-    PropertyValue scale = values.scale;
+    PropertyValue scale = before.scale;
     for (int c = 0; c < Components(*layer, Property::Scale); ++c) {
         scale[static_cast<std::size_t>(c)] += step;
     }
-    SetProperty(values, Property::Scale, scale);
-    Apply(layer->id, values);
-    const int id = layer->id;
-    layer = composition_.Find(id);
-    Report(readout_.Drag(*layer, Property::Scale, layer->values.scale,
-                         Difference(layer->values.scale, wheel_->start)));
-    Record(tr("Scale"), id, before, layer->values, wheel_->gesture);
+    ChangeProperty(layer->id, Property::Scale, scale);
+    readout_.Drag(*layer, Property::Scale, layer->values.scale,
+                  Difference(layer->values.scale, wheel_->start));
+    emit readoutMade();
+    Record(tr("Scale"), layer->id, before, layer->values, wheel_->gesture);
 }
 
 void LayerEditor::BeginEdit(int layer, Property property) {
@@ -143,28 +147,23 @@ void LayerEditor::Edit(int layer, Property property, const PropertyValue& value)
     if (!scrub_ || scrub_->layer != layer || scrub_->property != property) {
         BeginEdit(layer, property);
     }
-    const Layer* found = composition_.Find(layer);
-    if (found == nullptr) {
-        return;
+    if (!scrub_) {
+        return; // no such layer
     }
-    LayerValues values = found->values;
-    SetProperty(values, property, value);
-    Apply(layer, values);
-    found = composition_.Find(layer);
-    const PropertyValue now = GetProperty(found->values, property);
-    Report(readout_.Stream(*found, property, now, Difference(now, scrub_->start)));
+    const Layer& changed = ChangeProperty(layer, property, value);
+    const PropertyValue now = GetProperty(changed.values, property);
+    readout_.Stream(changed, property, now, Difference(now, scrub_->start));
+    emit readoutMade();
 }
 
 void LayerEditor::EndEdit(int layer, Property property) {
     if (!scrub_ || scrub_->layer != layer || scrub_->property != property) {
         return;
     }
-    const Scrub done = *scrub_;
+    const Scrub done = std::move(*scrub_);
     scrub_.reset();
-    const Layer* found = composition_.Find(layer);
-    if (found != nullptr) {
-        Record(tr("Change %1").arg(QString::fromStdString(PropertyName(*found, property))), layer,
-               done.before, found->values);
+    if (const Layer* found = composition_.Find(layer)) {
+        Record(ChangeText(*found, property), layer, done.before, found->values);
     }
 }
 
@@ -174,15 +173,11 @@ void LayerEditor::Type(int layer, Property property, const PropertyValue& value)
         return;
     }
     const LayerValues before = found->values;
-    const PropertyValue start = GetProperty(before, property);
-    LayerValues values = before;
-    SetProperty(values, property, value);
-    Apply(layer, values);
-    found = composition_.Find(layer);
-    const PropertyValue now = GetProperty(found->values, property);
-    Report(readout_.Stream(*found, property, now, Difference(now, start)));
-    Record(tr("Change %1").arg(QString::fromStdString(PropertyName(*found, property))), layer,
-           before, found->values);
+    const Layer& changed = ChangeProperty(layer, property, value);
+    const PropertyValue now = GetProperty(changed.values, property);
+    readout_.Stream(changed, property, now, Difference(now, GetProperty(before, property)));
+    emit readoutMade();
+    Record(ChangeText(changed, property), layer, before, changed.values);
 }
 
 void LayerEditor::SetThreeD(int layer, bool on) {

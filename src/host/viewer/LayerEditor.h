@@ -80,7 +80,11 @@ private:
     void Apply(int layer, const LayerValues& values);
     void Record(const QString& text, int layer, const LayerValues& before, const LayerValues& after,
                 int gesture = 0);
-    void Report(int slot_result);
+    /// Gives `property` of layer `layer` (which exists) the value `value` and returns
+    /// the layer.
+    const Layer& ChangeProperty(int layer, Property property, const PropertyValue& value);
+    /// The history's name for a change of `property`.
+    static QString ChangeText(const Layer& layer, Property property);
 
     Composition& composition_;
     PropertyReadout& readout_;

@@ -222,7 +222,7 @@ void MainWindow::BuildLayerMenus() {
     });
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    toolGroup_ = new QActionGroup(this);
+    auto* toolGroup = new QActionGroup(this);
     const std::array<std::tuple<Tool, QString, QKeySequence, const char*>, 3> list{{
         {Tool::Selection, tr("&Selection"), QKeySequence(Qt::Key_V), "tool.selection"},
         {Tool::AnchorPoint, tr("&Anchor Point"), QKeySequence(Qt::Key_Y), "tool.anchor"},
@@ -233,7 +233,7 @@ void MainWindow::BuildLayerMenus() {
         action->setCheckable(true);
         action->setShortcut(key);
         action->setObjectName(QString::fromLatin1(name));
-        action->setActionGroup(toolGroup_);
+        action->setActionGroup(toolGroup);
         const Tool chosen = tool;
         connect(action, &QAction::triggered, this, [this, chosen] { SetTool(chosen); });
         toolActions_[static_cast<int>(tool)] = action;
@@ -258,12 +258,9 @@ void MainWindow::OnDragPressed(CompositionPoint at, Qt::KeyboardModifiers) {
     bool corner = false;
     if (const Layer* selected = editor_->SelectedLayer();
         selected != nullptr && selected->Drawn()) {
-        const Affine m = LayerToComposition(*selected);
         const QPointF pressed = canvas_->WidgetPointOf(at);
-        const double w = selected->Width();
-        const double h = selected->Height();
-        for (const auto& [cx, cy] : {std::array<double, 2>{0, 0}, {w, 0}, {w, h}, {0, h}}) {
-            const auto [x, y] = m.Apply(cx, cy);
+        for (const auto& [x, y] :
+             Corners(composition_.Transform(selected->id), selected->Width(), selected->Height())) {
             const QPointF handle = canvas_->WidgetPointOf({x, y});
             if (std::abs(handle.x() - pressed.x()) <= kHandleReach &&
                 std::abs(handle.y() - pressed.y()) <= kHandleReach) {
@@ -276,30 +273,32 @@ void MainWindow::OnDragPressed(CompositionPoint at, Qt::KeyboardModifiers) {
 
 void MainWindow::OnLayerValues(int layer) {
     if (layer == editor_->Selected()) {
-        FollowSelection();
+        ShowSelectedValues();
     }
     ScheduleFrame();
 }
 
-void MainWindow::FollowSelection() {
+void MainWindow::ShowSelectedValues() {
     const Layer* selected = editor_->SelectedLayer();
     layerPanel_->ShowLayer(selected);
-    if (selected != nullptr && selected->Drawn()) {
-        const Affine m = LayerToComposition(*selected);
-        const double w = selected->Width();
-        const double h = selected->Height();
-        LayerOutline outline;
-        std::size_t i = 0;
-        for (const auto& [cx, cy] : {std::array<double, 2>{0, 0}, {w, 0}, {w, h}, {0, h}}) {
-            const auto [x, y] = m.Apply(cx, cy);
-            outline.corners[i++] = {x, y};
-        }
-        const auto [ax, ay] = m.Apply(selected->values.anchor[0], selected->values.anchor[1]);
-        outline.anchor = {ax, ay};
-        canvas_->SetOutline(outline);
-    } else {
+    if (selected == nullptr || !selected->Drawn()) {
         canvas_->SetOutline(std::nullopt);
+        return;
     }
+    const Affine& m = composition_.Transform(selected->id);
+    LayerOutline outline;
+    std::size_t i = 0;
+    for (const auto& [x, y] : Corners(m, selected->Width(), selected->Height())) {
+        outline.corners[i++] = {x, y};
+    }
+    const auto [ax, ay] = m.Apply(selected->values.anchor[0], selected->values.anchor[1]);
+    outline.anchor = {ax, ay};
+    canvas_->SetOutline(outline);
+}
+
+void MainWindow::FollowSelection() {
+    ShowSelectedValues();
+    const Layer* selected = editor_->SelectedLayer();
     const QSignalBlocker quiet(projectList_);
     const auto& layers = composition_.Layers();
     int row = -1;
@@ -428,13 +427,13 @@ void MainWindow::AddImage(LayerImage image) {
     const std::int8_t depth = image.depth;
     const int id = composition_.AddImage(std::move(image));
     composition_.Render();
-    if (first && !depthChosen_) {
-        SetProjectDepth(depth);
-    }
     RefreshProjectList();
-    RefreshDisplay();
+    if (first && !depthChosen_) {
+        SetProjectDepth(depth); // which shows the composite in the depth's display
+    } else {
+        RefreshDisplay();
+    }
     editor_->Select(id);
-    FollowSelection();
     if (first && settings_.zoom) {
         canvas_->ZoomTo(*settings_.zoom);
     }

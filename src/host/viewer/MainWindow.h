@@ -105,8 +105,10 @@ private:
     void BuildLayersDock();
     void BuildLayerMenus();
     /// The selected layer's outline on the canvas, its properties in the dock and its row
-    /// in the Project dock follow the composition.
+    /// in the Project dock follow the selection.
     void FollowSelection();
+    /// The selected layer's outline and its properties' values follow its values.
+    void ShowSelectedValues();
     void OnDragPressed(CompositionPoint at, Qt::KeyboardModifiers modifiers);
     void OnLayerValues(int layer);
     /// Rebuilds the Window menu's items of the plug-in after its update-menu hook ran.
@@ -138,7 +140,6 @@ private:
     LayerPropertiesPanel* layerPanel_ = nullptr;
     std::unique_ptr<PropertyReadout> readout_;
     LayerEditor* editor_ = nullptr;
-    QActionGroup* toolGroup_ = nullptr;
     QAction* toolActions_[3] = {nullptr, nullptr, nullptr};
     QMenu* windowMenu_ = nullptr;
     QActionGroup* depthGroup_ = nullptr;

@@ -45,17 +45,6 @@ int PropertyReadout::Logged(int slot, int result) {
     return result;
 }
 
-PXM_Layer& PropertyReadout::HostLayer(const Layer& layer) {
-    std::unique_ptr<PXM_Layer>& held = hostLayers_[layer.id];
-    bool& threeD = hostLayerThreeD_[layer.id];
-    if (!held || threeD != layer.values.threeD) {
-        held =
-            std::make_unique<PXM_Layer>(static_cast<std::int32_t>(layer.kind), layer.values.threeD);
-        threeD = layer.values.threeD;
-    }
-    return *held;
-}
-
 int PropertyReadout::Drag(const Layer& layer, Property property, const PropertyValue& v,
                           const PropertyValue& d) {
     const char* name = layer.name.c_str();
@@ -102,7 +91,8 @@ int PropertyReadout::Stream(const Layer& layer, Property property, const Propert
                                                  : kValueKindNumber;
     const KVB_StreamIDPath path = StreamPath(property);
     const std::string label = PropertyName(layer, property) + ":";
-    PXM_Layer& host = HostLayer(layer);
+    // The host's layer object: its kind and its 3-D switch.
+    PXM_Layer host(static_cast<std::int32_t>(layer.kind), layer.values.threeD);
     return Logged(13,
                   suite_.ShowStreamReadout(&host, &path, layer.name.c_str(), label.c_str(), kind,
                                            F(v[0]), F(v[1]), F(v[2]), F(d[0]), F(d[1]), F(d[2])));

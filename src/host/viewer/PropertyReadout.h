@@ -7,14 +7,11 @@
 // before the panel events that it causes.
 #pragma once
 
-#include <map>
-#include <memory>
-#include <string>
+#include <cstdint>
 
 #include "Layer.h"
 
 struct QZ_InfoPaletteSuite2;
-class PXM_Layer;
 
 namespace qzview {
 
@@ -52,13 +49,9 @@ public:
 
 private:
     int Logged(int slot, int result);
-    PXM_Layer& HostLayer(const Layer& layer);
 
     const QZ_InfoPaletteSuite2& suite_;
     EventLog* log_;
-    /// The host's layer object of each layer, made again when its 3-D switch changes.
-    std::map<int, std::unique_ptr<PXM_Layer>> hostLayers_;
-    std::map<int, bool> hostLayerThreeD_;
     int calls_ = 0;
 };
 
