@@ -21,19 +21,16 @@ Exits 77 (the test's skip code) only when Xvfb is not installed; any other missi
 or failed check fails the test.
 """
 
-import json
 import os
 import re
-import shutil
 import subprocess
 import sys
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from xsession import (  # noqa: E402  (found through the path inserted above)
-    READY_TIMEOUT, Failure, Viewer, end_with_sigterm, main, chart_pixels,
-    magick_command, need, screen_colours,
-    start_xvfb, stop_xvfb, text_of, viewer_env)
+    EVENT_TIMEOUT, Failure, chart_pixels, end_with_sigterm, magick_command, main, need,
+    qzview_on_xvfb, screen_shows, text_of)
 
 UI_SCALE = 2
 # Control ids of the Info panel: the pointer's X and Y, and the three text lines.
@@ -48,10 +45,8 @@ START_POSITION = (120.0, 80.0)
 GRAB = (60, 40)
 MOVE = (10, -4)
 STEPS = 5
-EVENT_TIMEOUT = 10
 # After the button is released: how long without events counts as done.
 QUIET = 0.5
-SCREENSHOT_ATTEMPTS = 20
 
 
 def screen_point(ready, x, y):
@@ -156,18 +151,8 @@ def run(args, workdir):
     if chart[moved_to][:3] == chart[GRAB][:3]:
         raise Failure(f"the chart's pixels {GRAB} and {moved_to} have one colour; the "
                       "screenshot could not tell whether the chart moved")
-    xvfb, display = start_xvfb(workdir)
-    viewer = None
-    try:
-        env = viewer_env(display, workdir)
-        prefs = os.path.join(workdir, "preferences.txt")
-        viewer = Viewer([args.qzview, args.image, "--log-json", "--prefs", prefs,
-                         "--geometry", "1000x600+0+0", "--scale", str(UI_SCALE)],
-                        env, workdir)
-        ready = viewer.wait_for(lambda e: e.get("event") == "ready", READY_TIMEOUT,
-                                "ready event")
+    with qzview_on_xvfb(args, workdir, UI_SCALE) as (viewer, env, ready, _):
         cx, cy, zoom = ready["canvas"]
-        print(f"display {display}; ready: {json.dumps(ready)}")
 
         def xdotool(*words):
             subprocess.run(["xdotool", *map(str, words)], env=env, check=True)
@@ -211,31 +196,14 @@ def run(args, workdir):
         # On the screen, composition pixel `moved_to` now shows the chart's pixel GRAB.
         px, py = screen_point(ready, *moved_to)
         want_rgb = chart[GRAB][:3]
-        shot = os.path.join(workdir, "screen-drag.png")
-        colours = {}
-        # The panel event is written while the panel paints; the canvas's pixels reach the
-        # X server around then. Take screenshots until they are there (or give up).
-        for _ in range(SCREENSHOT_ATTEMPTS):
-            subprocess.run(["import", "-window", "root", shot], env=env, check=True)
-            colours = screen_colours(magick, shot, (px, py, 1, 1))
-            if list(colours) == [want_rgb]:
-                break
-            time.sleep(0.1)
-        else:
-            kept = "give --keep DIR to keep the screenshot"
-            if args.keep:
-                kept = shutil.copy(shot, args.keep)
-            raise Failure(f"screen pixel {px},{py} (composition pixel {moved_to}) shows "
-                          f"{list(colours)}, not the chart's pixel {GRAB} {want_rgb} ({kept})")
+        screen_shows(args, env, magick, os.path.join(workdir, "screen-drag.png"),
+                     (px, py, 1, 1), want_rgb,
+                     f"screen pixel {px},{py} (composition pixel {moved_to})")
         print(f"screen pixel {px},{py}: composition pixel {moved_to} shows the chart's pixel "
               f"{GRAB} {want_rgb}")
 
         end_with_sigterm(viewer, EVENT_TIMEOUT)
         print("SIGTERM: status 0")
-    finally:
-        if viewer is not None:
-            viewer.stop()
-        stop_xvfb(xvfb)
 
 
 if __name__ == "__main__":

@@ -17,16 +17,13 @@ or failed check fails the test.
 
 import json
 import os
-import shutil
 import subprocess
 import sys
-import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from xsession import (  # noqa: E402  (found through the path inserted above)
-    READY_TIMEOUT, Failure, Viewer, end_with_sigterm, main, chart_pixels,
-    magick_command, need, screen_colours,
-    start_xvfb, stop_xvfb, text_of, viewer_env)
+    EVENT_TIMEOUT, Failure, chart_pixels, end_with_sigterm, magick_command, main, need,
+    qzview_on_xvfb, screen_shows, text_of)
 
 # The patches to point at (column, row) and, for the report, what the chart holds there.
 PATCHES = [
@@ -38,8 +35,6 @@ PATCH_SIZE = 40
 # Control ids of the Info panel's texts.
 ID_R, ID_G, ID_B, ID_A, ID_X, ID_Y = 7, 8, 9, 10, 15, 16
 UI_SCALE = 2
-EVENT_TIMEOUT = 10
-SCREENSHOT_ATTEMPTS = 20
 
 
 def swatch_control(event):
@@ -56,21 +51,11 @@ def run(args, workdir):
     magick = magick_command()
 
     chart = chart_pixels(magick, args.image)
-    xvfb, display = start_xvfb(workdir)
-    viewer = None
-    try:
-        env = viewer_env(display, workdir)
-        prefs = os.path.join(workdir, "preferences.txt")
-        viewer = Viewer([args.qzview, args.image, "--log-json", "--prefs", prefs,
-                         "--geometry", "1000x600+0+0", "--scale", str(UI_SCALE)],
-                        env, workdir)
-        ready = viewer.wait_for(lambda e: e.get("event") == "ready", READY_TIMEOUT,
-                                "ready event")
+    with qzview_on_xvfb(args, workdir, UI_SCALE) as (viewer, env, ready, prefs):
         if "panel" not in ready:
             raise Failure("the ready event does not place the Info panel: " + json.dumps(ready))
         cx, cy, zoom = ready["canvas"]
         px0, py0, pw, ph = ready["panel"]
-        print(f"display {display}; ready: {json.dumps(ready)}")
 
         for column, row, what in PATCHES:
             # The screen pixel whose centre lies nearest the patch centre's pixel centre.
@@ -111,22 +96,8 @@ def run(args, workdir):
             if inner[2] < 4 or inner[3] < 4:
                 raise Failure(f"the swatch is too small to check: {sc['rect']}")
             want_rgb = tuple(expected[:3])
-            colours = {}
-            shot = os.path.join(workdir, f"screen-{x}-{y}.png")
-            # The panel event is written while the panel paints; its pixels reach the X
-            # server right after. Take screenshots until they are there (or give up).
-            for _ in range(SCREENSHOT_ATTEMPTS):
-                subprocess.run(["import", "-window", "root", shot], env=env, check=True)
-                colours = screen_colours(magick, shot, inner)
-                if list(colours) == [want_rgb]:
-                    break
-                time.sleep(0.1)
-            else:
-                kept = "give --keep DIR to keep the screenshot"
-                if args.keep:
-                    kept = shutil.copy(shot, args.keep)
-                raise Failure(f"pixel {x},{y}: the swatch's screen pixels {inner} show "
-                              f"{colours}, not only {want_rgb} ({kept})")
+            screen_shows(args, env, magick, os.path.join(workdir, f"screen-{x}-{y}.png"),
+                         inner, want_rgb, f"pixel {x},{y}: the swatch's screen pixels")
             print(f"pixel {x},{y} ({what}): R,G,B,A {','.join(shown)}; swatch on the screen "
                   f"{want_rgb} over {inner[2]}x{inner[3]} pixels")
 
@@ -138,10 +109,6 @@ def run(args, workdir):
         if "[Viewer Layout]" not in text:
             raise Failure("the preference file has no [Viewer Layout] section:\n" + text)
         print("SIGTERM: status 0, preference file with [Viewer Layout]")
-    finally:
-        if viewer is not None:
-            viewer.stop()
-        stop_xvfb(xvfb)
 
 
 if __name__ == "__main__":

@@ -6,6 +6,7 @@ pixels of an image or of a screenshot as ImageMagick reads them.
 """
 
 import argparse
+import contextlib
 import json
 import os
 import queue
@@ -20,6 +21,10 @@ import threading
 import time
 
 SKIP = 77
+# How long to wait for a panel event, and how many screenshots to take before the
+# screen shows what is expected.
+EVENT_TIMEOUT = 10
+SCREENSHOT_ATTEMPTS = 20
 
 # How long to wait for the X server or the viewer before failing (each is ready in about
 # a second).
@@ -261,3 +266,43 @@ def main(run, description):
             return 1
     print("PASS")
     return 0
+
+
+@contextlib.contextmanager
+def qzview_on_xvfb(args, workdir, ui_scale):
+    """qzview on `args.image`, on a private X server, with its event log and a preference
+    file of its own: yields (viewer, env, ready event, preference file); stops both
+    afterwards."""
+    xvfb, display = start_xvfb(workdir)
+    viewer = None
+    try:
+        env = viewer_env(display, workdir)
+        prefs = os.path.join(workdir, "preferences.txt")
+        viewer = Viewer([args.qzview, args.image, "--log-json", "--prefs", prefs,
+                         "--geometry", "1000x600+0+0", "--scale", str(ui_scale)],
+                        env, workdir)
+        ready = viewer.wait_for(lambda e: e.get("event") == "ready", READY_TIMEOUT,
+                                "ready event")
+        print(f"display {display}; ready: {json.dumps(ready)}")
+        yield viewer, env, ready, prefs
+    finally:
+        if viewer is not None:
+            viewer.stop()
+        stop_xvfb(xvfb)
+
+
+def screen_shows(args, env, magick, shot, rect, want_rgb, what):
+    """Takes screenshots until rectangle `rect` shows only `want_rgb` (what is painted
+    reaches the X server a little after qzview logs it); fails, naming `what`, when it
+    never does. Returns the rectangle's colours."""
+    colours = {}
+    for _ in range(SCREENSHOT_ATTEMPTS):
+        subprocess.run(["import", "-window", "root", shot], env=env, check=True)
+        colours = screen_colours(magick, shot, rect)
+        if list(colours) == [want_rgb]:
+            return colours
+        time.sleep(0.1)
+    kept = "give --keep DIR to keep the screenshot"
+    if args.keep:
+        kept = shutil.copy(shot, args.keep)
+    raise Failure(f"{what} {rect} show {list(colours)}, not only {want_rgb} ({kept})")
