@@ -115,6 +115,8 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         names_.clear();
         Rebuild(Layer{});
         title_->setText(tr("No layer selected"));
+        const QSignalBlocker quiet(threeD_);
+        threeD_->setChecked(false);
         threeD_->setEnabled(false);
         return;
     }

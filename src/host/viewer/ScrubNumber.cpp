@@ -17,6 +17,10 @@ ScrubNumber::ScrubNumber(double step, QWidget* parent) : QLineEdit(parent), step
     setCursor(Qt::SizeHorCursor);
     setFrame(false);
     setMaximumWidth(72);
+    // A press must not give the field the focus before it is seen: the field takes it
+    // itself when the press turns out to be a click, and a press on a focused field is
+    // the person editing the text.
+    setFocusPolicy(Qt::TabFocus);
     setToolTip(tr("Drag left or right to change (Shift: x10, Ctrl: x0.1); click to type"));
     connect(this, &QLineEdit::returnPressed, this, &ScrubNumber::Commit);
     ShowValue();

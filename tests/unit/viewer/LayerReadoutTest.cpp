@@ -7,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QDockWidget>
+#include <QTest>
 #include <QWheelEvent>
 
 #include <OpenImageIO/imagebuf.h>
@@ -37,19 +38,19 @@ protected:
     /// The canvas point at composition point `x`, `y`.
     QPointF At(double x, double y) { return Canvas().WidgetPointOf({x, y}); }
 
-    /// Scrubs the dock's number of `component` of `property` by `pixels` screen pixels.
+    /// Scrubs the dock's number of `component` of `property` by `pixels` screen pixels,
+    /// through the window system's path, as a person's pointer does (a press there gives
+    /// the clicked widget the focus before the widget sees it).
     void Scrub(Property property, int component, int pixels) {
         qzview::ScrubNumber* field = Window().LayerPanel().Field(property, component);
         ASSERT_NE(field, nullptr);
-        const QPointF middle(field->width() / 2.0, field->height() / 2.0);
-        Mouse(*field, QEvent::MouseButtonPress, middle, Qt::LeftButton, Qt::LeftButton);
+        const QPoint middle(field->width() / 2, field->height() / 2);
+        QTest::mousePress(field, Qt::LeftButton, Qt::NoModifier, middle);
         const int steps = std::abs(pixels);
         for (int i = 1; i <= steps; ++i) {
-            Mouse(*field, QEvent::MouseMove, middle + QPointF(pixels > 0 ? i : -i, 0), Qt::NoButton,
-                  Qt::LeftButton);
+            QTest::mouseMove(field, middle + QPoint(pixels > 0 ? i : -i, 0));
         }
-        Mouse(*field, QEvent::MouseButtonRelease, middle + QPointF(pixels, 0), Qt::LeftButton,
-              Qt::NoButton);
+        QTest::mouseRelease(field, Qt::LeftButton, Qt::NoModifier, middle + QPoint(pixels, 0));
         Settle();
     }
 
@@ -210,6 +211,19 @@ TEST_F(LayerReadoutTest, A3DLayerHasThreeComponentPointsAndOrientationReadsPosit
     DragOnCanvas({from, from + QPointF(0, 5)});
     EXPECT_EQ(Line(1), "Position: 120.0, 85.0, 12.0");
     EXPECT_EQ(DeltaRow(), "\u0394: 0.0, 5.0, 0.0");
+}
+
+TEST_F(LayerReadoutTest, WithNoLayerSelectedTheDockShowsNoSwitchTurnedOn) {
+    StartAtZoom1();
+    Window().LayerPanel().ThreeDSwitch()->click();
+    Settle();
+    ASSERT_TRUE(Layer().values.threeD);
+    Window().Editor().Select(0);
+    Settle();
+    EXPECT_FALSE(Window().LayerPanel().ThreeDSwitch()->isChecked());
+    EXPECT_FALSE(Window().LayerPanel().ThreeDSwitch()->isEnabled());
+    EXPECT_EQ(Window().LayerPanel().Field(Property::Position, 0), nullptr);
+    EXPECT_TRUE(Layer().values.threeD) << "showing no layer changes no layer";
 }
 
 TEST_F(LayerReadoutTest, RotatingA3DLayerTurnsItsOrientationWithinATurn) {
