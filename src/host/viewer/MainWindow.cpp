@@ -40,15 +40,16 @@ namespace {
 
 using qzhost::script::kInfoTabType;
 
-/// The hint of each tool, written as the first text line.
+/// The hint of each tool, written as the first text line: short enough for the panel's
+/// width at UI scale 2.
 const char* ToolHint(Tool tool) {
     switch (tool) {
     case Tool::Selection:
-        return "Selection: drag to move, corners to scale";
+        return "Drag to move, corners to scale";
     case Tool::AnchorPoint:
-        return "Anchor Point: drag to move the anchor";
+        return "Drag to move the anchor point";
     case Tool::Rotation:
-        return "Rotation: drag around the anchor";
+        return "Drag to rotate about the anchor";
     }
     return "";
 }

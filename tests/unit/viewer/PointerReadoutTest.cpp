@@ -119,7 +119,7 @@ TEST_F(PointerReadoutTest, OutsideTheCompositionIsTransparentBlack) {
     EXPECT_EQ(Text(snapshot, 10), "0");
     EXPECT_EQ(Text(snapshot, 15), "-5");
     // Over no image the host writes only its tool hint.
-    EXPECT_EQ(Text(snapshot, 20), "Selection: drag to move, corners to scale");
+    EXPECT_EQ(Text(snapshot, 20), "Drag to move, corners to scale");
     EXPECT_EQ(Text(snapshot, 21), "");
 }
 
