@@ -23,6 +23,7 @@
 #include <string>
 #include <vector>
 
+#include "BuildPaths.h"
 #include "pixelview/PixelViewCommand.h"
 #include "qzhost/MainLoop.h"
 

@@ -19,6 +19,7 @@
 #include <QMouseEvent>
 #include <QWindow>
 
+#include "BuildPaths.h"
 #include "CanvasView.h"
 #include "DockWorkspace.h"
 #include "PanelWidget.h"
@@ -35,7 +36,7 @@ class ViewerFixture : public ViewerBenchSession {
 public:
     ViewerFixture()
         : ViewerBenchSession("viewer_pointer_bench", QRect(0, 0, 1000, 600),
-                             Images(QZ_SOURCE_DIR "/samples/chart.png")) {}
+                             Images(std::string(QZ_SOURCE_DIR) + "/samples/chart.png")) {}
 
     /// The canvas point (logical coordinates) at the centre of composition pixel `x`, `y`.
     QPointF CanvasPointOf(int x, int y) {
@@ -48,7 +49,7 @@ public:
     }
 
 private:
-    static std::vector<qzview::LayerImage> Images(const char* path) {
+    static std::vector<qzview::LayerImage> Images(const std::string& path) {
         std::vector<qzview::LayerImage> images;
         images.push_back(qzview::ReadLayerImage(path));
         return images;

@@ -22,6 +22,9 @@ extern "C" QZ_Err GPMain_InfoPal(QZ_BasicSuiteTable* basic, std::int32_t major, 
 
 namespace qztest {
 
+/// The tab type of the Info panel.
+inline constexpr const char* kInfoTab = "QZGP_Info";
+
 /// A tab creator that builds no panel: the workspace of a host that cannot make one.
 class CreatorOfNoPanel : public kitworkspace::workspace::TabCreator {
 public:

@@ -24,7 +24,7 @@ namespace {
 constexpr int kWorkers = 4;
 // Calls that each worker makes per round when the main thread sets the pace.
 constexpr int kBurst = 16;
-constexpr const char* kTab = "QZGP_Info";
+using qztest::kInfoTab;
 
 /// What the main thread saw: a delivery shown by a panel, or a panel going away.
 struct Event {
@@ -37,13 +37,13 @@ struct Event {
 };
 
 /// The Info panel, recording each delivery that it shows and its own end.
-class RecordingPanel : public infopal::InfoPal_UI {
+class DeliveryRecordingPanel : public infopal::InfoPal_UI {
 public:
-    RecordingPanel(kitui::ui::UI_Node* parent,
-                   const kitworkspace::workspace::TabPanelCreationArgs* args,
-                   std::vector<Event>* log, int number)
+    DeliveryRecordingPanel(kitui::ui::UI_Node* parent,
+                           const kitworkspace::workspace::TabPanelCreationArgs* args,
+                           std::vector<Event>* log, int number)
         : InfoPal_UI(parent, args, u"Info", 0, true), log_(log), number_(number) {}
-    ~RecordingPanel() override {
+    ~DeliveryRecordingPanel() override {
         log_->push_back(
             {Event::Closed, number_, -1, -1, qzhost::MainLoop::Get().IsMainThread(), false});
     }
@@ -52,7 +52,8 @@ protected:
     void ApplyPixelDelivery(const infopal::PixelDelivery& delivery) override {
         log_->push_back({Event::Shown, number_, static_cast<int>(delivery.position.x),
                          static_cast<int>(delivery.position.y),
-                         qzhost::MainLoop::Get().IsMainThread(), infopal::IsTabShown(kTab, true)});
+                         qzhost::MainLoop::Get().IsMainThread(),
+                         infopal::IsTabShown(kInfoTab, true)});
         InfoPal_UI::ApplyPixelDelivery(delivery);
     }
 
@@ -61,12 +62,13 @@ private:
     int number_;
 };
 
-class RecordingPanelCreator : public kitworkspace::workspace::TabCreator {
+class DeliveryRecordingPanelCreator : public kitworkspace::workspace::TabCreator {
 public:
-    explicit RecordingPanelCreator(std::vector<Event>* log) : TabCreator(kTab), log_(log) {}
+    explicit DeliveryRecordingPanelCreator(std::vector<Event>* log)
+        : TabCreator(kInfoTab), log_(log) {}
     void Create(kitworkspace::workspace::TabPanel** out_panel, kitui::ui::UI_Node* parent,
                 const kitworkspace::workspace::TabPanelCreationArgs* args) override {
-        auto* panel = new RecordingPanel(parent, args, log_, ++created_);
+        auto* panel = new DeliveryRecordingPanel(parent, args, log_, ++created_);
         *out_panel = panel;
         static_cast<kitui::ui::UI_NodeBase*>(panel)->UI_PostCreate();
     }
@@ -81,7 +83,7 @@ protected:
     void SetUp() override {
         HostFixture::SetUp();
         ASSERT_EQ(Load(), 0);
-        qzhost::WorkspaceModel::Get().RegisterTabCreator(new RecordingPanelCreator(&log_));
+        qzhost::WorkspaceModel::Get().RegisterTabCreator(new DeliveryRecordingPanelCreator(&log_));
         const void* table = nullptr;
         ASSERT_EQ(qzhost::SuiteRegistry::Get().Acquire(qzhost::Acquirer::Host, kQZ_InfoPaletteSuite,
                                                        kQZ_InfoPaletteSuiteVersion2, &table),
@@ -191,23 +193,23 @@ TEST_F(PixelDeliveryThreadTest, DeliveriesReachOnlyTheOpenPanelOnTheMainThread) 
         StartRound();
         switch (step++ % 4) {
         case 0:
-            workspace.Open(kTab);
+            workspace.Open(kInfoTab);
             break;
         case 1:
-            workspace.Hide(kTab);
+            workspace.Hide(kInfoTab);
             break;
         case 2:
-            workspace.Show(kTab);
+            workspace.Show(kInfoTab);
             break;
         default:
-            workspace.Close(kTab);
+            workspace.Close(kInfoTab);
             break;
         }
         WaitForRound();
         (void)Drain();
     }
     JoinWorkers();
-    workspace.Close(kTab);
+    workspace.Close(kInfoTab);
     const std::size_t closed_at = log_.size();
     (void)Drain();
 
@@ -237,8 +239,8 @@ TEST_F(PixelDeliveryThreadTest, DeliveriesReachOnlyTheOpenPanelOnTheMainThread) 
 
 TEST_F(PixelDeliveryThreadTest, EveryDeliveryMadeWhileThePanelIsShownIsShownOnce) {
     constexpr int kCalls = 3000;
-    qzhost::WorkspaceModel::Get().Open(kTab);
-    ASSERT_TRUE(infopal::IsTabShown(kTab, true));
+    qzhost::WorkspaceModel::Get().Open(kInfoTab);
+    ASSERT_TRUE(infopal::IsTabShown(kInfoTab, true));
     StartWorkers(kCalls);
     while (running_.load() > 0) {
         (void)Drain();
@@ -265,13 +267,13 @@ TEST_F(PixelDeliveryThreadTest, EveryDeliveryMadeWhileThePanelIsShownIsShownOnce
 
 TEST_F(PixelDeliveryThreadTest, ADeliveryForAReplacedPanelIsDropped) {
     auto& workspace = qzhost::WorkspaceModel::Get();
-    workspace.Open(kTab);
+    workspace.Open(kInfoTab);
     StartWorkers(1);
     JoinWorkers();
     // The panel that the calls were made for goes, and a new one takes its place before
     // the main thread runs them.
-    workspace.Close(kTab);
-    workspace.Open(kTab);
+    workspace.Close(kInfoTab);
+    workspace.Open(kInfoTab);
     EXPECT_EQ(Drain(), static_cast<std::size_t>(2 * kWorkers));
     for (const Event& event : log_) {
         EXPECT_NE(event.kind, Event::Shown)

@@ -24,7 +24,7 @@ using kitcore::utility::UTF16String;
 
 constexpr int kThreads = 8;
 constexpr int kCallsPerThread = 10000;
-constexpr const char* kTab = "QZGP_Info";
+using qztest::kInfoTab;
 
 /// One update as the panel received it.
 struct Received {
@@ -34,11 +34,11 @@ struct Received {
 };
 
 /// The Info panel, recording every text-lines update before showing it as usual.
-class RecordingPanel : public infopal::InfoPal_UI {
+class TextLinesRecordingPanel : public infopal::InfoPal_UI {
 public:
-    RecordingPanel(kitui::ui::UI_Node* parent,
-                   const kitworkspace::workspace::TabPanelCreationArgs* args,
-                   std::vector<Received>* log)
+    TextLinesRecordingPanel(kitui::ui::UI_Node* parent,
+                            const kitworkspace::workspace::TabPanelCreationArgs* args,
+                            std::vector<Received>* log)
         : InfoPal_UI(parent, args, u"Info", 0, true), log_(log) {}
 
     void ShowTextLines(const UTF16String& l1, const UTF16String& l2, const UTF16String& l3,
@@ -52,12 +52,13 @@ private:
     std::vector<Received>* log_;
 };
 
-class RecordingPanelCreator : public kitworkspace::workspace::TabCreator {
+class TextLinesRecordingPanelCreator : public kitworkspace::workspace::TabCreator {
 public:
-    explicit RecordingPanelCreator(std::vector<Received>* log) : TabCreator(kTab), log_(log) {}
+    explicit TextLinesRecordingPanelCreator(std::vector<Received>* log)
+        : TabCreator(kInfoTab), log_(log) {}
     void Create(kitworkspace::workspace::TabPanel** out_panel, kitui::ui::UI_Node* parent,
                 const kitworkspace::workspace::TabPanelCreationArgs* args) override {
-        auto* panel = new RecordingPanel(parent, args, log_);
+        auto* panel = new TextLinesRecordingPanel(parent, args, log_);
         *out_panel = panel;
         static_cast<kitui::ui::UI_NodeBase*>(panel)->UI_PostCreate();
     }
@@ -77,9 +78,10 @@ TEST_F(TextLinesThreadTest, EveryOffThreadCallIsDeliveredOnceInItsThreadsOrder) 
     ASSERT_EQ(Load(), 0);
     std::vector<Received> log;
     log.reserve(kThreads * kCallsPerThread);
-    qzhost::WorkspaceModel::Get().RegisterTabCreator(new RecordingPanelCreator(&log));
-    qzhost::WorkspaceModel::Get().Open(kTab);
-    ASSERT_NE(dynamic_cast<RecordingPanel*>(infopal::InfoPal::GetPlugin()->GetPanel()), nullptr);
+    qzhost::WorkspaceModel::Get().RegisterTabCreator(new TextLinesRecordingPanelCreator(&log));
+    qzhost::WorkspaceModel::Get().Open(kInfoTab);
+    ASSERT_NE(dynamic_cast<TextLinesRecordingPanel*>(infopal::InfoPal::GetPlugin()->GetPanel()),
+              nullptr);
 
     const void* table = nullptr;
     ASSERT_EQ(qzhost::SuiteRegistry::Get().Acquire(qzhost::Acquirer::Host, kQZ_InfoPaletteSuite,

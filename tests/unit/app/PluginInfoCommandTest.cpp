@@ -4,6 +4,8 @@
 #include <sstream>
 #include <string>
 
+#include "BuildPaths.h"
+#include "CommandRun.h"
 #include "PluginInfoCommand.h"
 
 namespace {
@@ -12,11 +14,7 @@ using nlohmann::json;
 using qzhost::commands::RunPluginInfoCommand;
 using ::testing::HasSubstr;
 
-struct CommandRun {
-    int status;
-    std::string out;
-    std::string err;
-};
+using qztest::CommandRun;
 
 CommandRun PluginInfo(const std::string& library, bool asJson) {
     std::ostringstream out;

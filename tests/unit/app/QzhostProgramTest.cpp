@@ -11,18 +11,19 @@
 #include <string>
 #include <vector>
 
+#include "BuildPaths.h"
 #include "InfoPalPropertyListBytes.h"
 
 namespace {
 
-struct CommandRun {
+struct ProgramRun {
     int status;
     std::string out;
 };
 
 // Runs the qzhost program with `arguments` (already quoted for the shell); standard
 // error is discarded.
-CommandRun Qzhost(const std::string& arguments) {
+ProgramRun Qzhost(const std::string& arguments) {
     const std::string command =
         std::string("'") + QZ_QZHOST_PROGRAM + "' " + arguments + " 2>/dev/null";
     FILE* pipe = ::popen(command.c_str(), "r");
@@ -41,7 +42,7 @@ std::string Quoted(const std::string& path) {
 }
 
 TEST(QzhostProgram, InfoPalLibraryCarriesItsPropertyListByteForByte) {
-    const CommandRun run = Qzhost("resource " + Quoted(QZ_INFOPAL_LIBRARY) + " PRPL 16000");
+    const ProgramRun run = Qzhost("resource " + Quoted(QZ_INFOPAL_LIBRARY) + " PRPL 16000");
     ASSERT_EQ(run.status, 0);
     const std::vector<std::uint8_t> bytes(run.out.begin(), run.out.end());
     EXPECT_EQ(bytes.size(), 206u);
@@ -49,7 +50,7 @@ TEST(QzhostProgram, InfoPalLibraryCarriesItsPropertyListByteForByte) {
 }
 
 TEST(QzhostProgram, PluginInfoShowsTheInfoPalPropertyList) {
-    const CommandRun run = Qzhost("plugin-info " + Quoted(QZ_INFOPAL_LIBRARY));
+    const ProgramRun run = Qzhost("plugin-info " + Quoted(QZ_INFOPAL_LIBRARY));
     ASSERT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "kind  QZgx\n"
                        "name  \"$$$/QZ/QZGP/Name/InfoPalette=Info Palette\"\n"

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <string>
 
+#include "BuildPaths.h"
+#include "CommandRun.h"
 #include "ResourceCommand.h"
 #include "qzhost/PropertyList.h"
 
@@ -14,11 +16,7 @@ namespace {
 using qzhost::commands::RunResourceCommand;
 using ::testing::HasSubstr;
 
-struct CommandRun {
-    int status;
-    std::string out;
-    std::string err;
-};
+using qztest::CommandRun;
 
 CommandRun Resource(const std::string& library, const std::string& type, const std::string& name) {
     std::ostringstream out;

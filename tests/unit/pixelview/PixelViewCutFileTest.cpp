@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "BuildPaths.h"
 #include "PixelViewTestSupport.h"
 
 namespace pixelviewtest {

@@ -11,6 +11,7 @@
 
 #include <lcms2.h>
 
+#include "BuildPaths.h"
 #include "PixelViewTestSupport.h"
 
 namespace pixelviewtest {

@@ -15,6 +15,7 @@
 #include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/imageio.h>
 
+#include "BuildPaths.h"
 #include "NotationRule.h"
 #include "PixelViewTestSupport.h"
 

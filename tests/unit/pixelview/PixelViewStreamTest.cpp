@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <regex>
 
+#include "BuildPaths.h"
 #include "PixelViewTestSupport.h"
 
 namespace pixelviewtest {

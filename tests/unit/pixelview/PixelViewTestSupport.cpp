@@ -1,4 +1,5 @@
 #include "PixelViewTestSupport.h"
+#include "BuildPaths.h"
 
 #include <gtest/gtest.h>
 

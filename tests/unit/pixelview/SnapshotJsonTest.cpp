@@ -10,6 +10,7 @@
 #include <random>
 #include <string>
 
+#include "BuildPaths.h"
 #include "PixelViewTestSupport.h"
 #include "pixelview/PanelReader.h"
 #include "pixelview/PanelText.h"

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "BuildPaths.h"
 #include "InfoPalPropertyListBytes.h"
 #include "qzhost/ResourceArchive.h"
 #include "respack/ResourceManifest.h"

@@ -10,6 +10,7 @@
 
 #include <stdlib.h>
 
+#include "ScriptRun.h"
 #include "TempFolder.h"
 #include "host/PREF_Preferences.h"
 #include "qzhost/HostControls.h"
@@ -24,18 +25,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
+using qztest::CommandRun;
 
-Result RunText(const std::string& script) {
-    std::istringstream in(script);
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = qzhost::script::RunScript(in, out, err, "no-such-plugin.so");
-    return {status, out.str(), err.str()};
+CommandRun RunText(const std::string& script) {
+    return qztest::RunScriptText(script);
 }
 
 class HostServiceSettings : public ::testing::Test {
@@ -50,7 +43,7 @@ protected:
 };
 
 TEST_F(HostServiceSettings, ProjectSettingSetsTheDepthOrClosesTheProject) {
-    Result result = RunText("{\"op\": \"host\", \"project\": {\"depth\": 2}}\n");
+    CommandRun result = RunText("{\"op\": \"host\", \"project\": {\"depth\": 2}}\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(qzhost::HostControls::Get().ProjectDepth(), std::optional<std::int8_t>(2));
     result = RunText("{\"op\": \"host\", \"project\": null}\n");
@@ -70,7 +63,7 @@ TEST_F(HostServiceSettings, ShadersSettingIsTheSuppliersAnswer) {
 TEST_F(HostServiceSettings, PrefsSettingNamesTheFileThatThePrefsOpReads) {
     const fs::path file = folder_ / "prefs.txt";
     std::ofstream(file) << "[Misc Section]\nInfo Palette Pixel Display = 6\n";
-    const Result result =
+    const CommandRun result =
         RunText("{\"op\": \"host\", \"prefs\": \"" + file.string() + "\"}\n{\"op\": \"prefs\"}\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "{\"op\":\"host\"}\n{\"op\":\"prefs\",\"exists\":true,\"value\":6}\n");
@@ -79,7 +72,7 @@ TEST_F(HostServiceSettings, PrefsSettingNamesTheFileThatThePrefsOpReads) {
 TEST_F(HostServiceSettings, PrefsOpGivesTextThatIsNoNumberAsItIs) {
     const fs::path file = folder_ / "prefs.txt";
     std::ofstream(file) << "[Misc Section]\nInfo Palette Pixel Display = HSB\n";
-    const Result result =
+    const CommandRun result =
         RunText("{\"op\": \"host\", \"prefs\": \"" + file.string() + "\"}\n{\"op\": \"prefs\"}\n");
     EXPECT_EQ(result.out,
               "{\"op\":\"host\"}\n{\"op\":\"prefs\",\"exists\":true,\"value\":\"HSB\"}\n");
@@ -89,7 +82,7 @@ TEST_F(HostServiceSettings, ACorruptPrefsFileIsSetAsideWithAWarning) {
     const fs::path file = folder_ / "prefs.txt";
     std::ofstream(file) << "not a preference file\n";
     testing::internal::CaptureStderr();
-    const Result result =
+    const CommandRun result =
         RunText("{\"op\": \"host\", \"prefs\": \"" + file.string() + "\"}\n{\"op\": \"prefs\"}\n");
     const std::string diagnostics = testing::internal::GetCapturedStderr();
     EXPECT_EQ(result.status, 0);
@@ -116,13 +109,14 @@ TEST_F(HostServiceSettings, EachRunHasAPreferenceFileOfItsOwn) {
     EXPECT_FALSE(fs::exists(first));
     EXPECT_EQ(qzhost::ReadStoredPreference("Misc Section", "Info Palette Pixel Display"),
               std::nullopt);
-    const Result result = RunText("{\"op\": \"prefs\"}\n");
+    const CommandRun result = RunText("{\"op\": \"prefs\"}\n");
     EXPECT_EQ(result.out, "{\"op\":\"prefs\",\"exists\":false,\"value\":null}\n");
 }
 
 TEST_F(HostServiceSettings, AMonitorProfileThatCannotBeReadStopsTheScript) {
-    const Result result = RunText("{\"op\": \"host\", \"monitor\": \"" +
-                                  (folder_ / "none.icc").string() + "\"}\n{\"op\": \"prefs\"}\n");
+    const CommandRun result =
+        RunText("{\"op\": \"host\", \"monitor\": \"" + (folder_ / "none.icc").string() +
+                "\"}\n{\"op\": \"prefs\"}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_NE(result.out.find("none.icc"), std::string::npos) << result.out;
     EXPECT_EQ(result.out.find("\"prefs\""), std::string::npos);

@@ -5,24 +5,17 @@
 #include <sstream>
 #include <string>
 
+#include "ScriptRun.h"
 #include "host/COakApp.h"
 #include "qzhost/HostControls.h"
 #include "script/ScriptRunner.h"
 
 namespace {
 
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
+using qztest::CommandRun;
 
-Result RunLines(const std::string& script, const std::string& plugin = "no-such-plugin.so") {
-    std::istringstream in(script);
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = qzhost::script::RunScript(in, out, err, plugin);
-    return {status, out.str(), err.str()};
+CommandRun RunLines(const std::string& script, const std::string& plugin = "no-such-plugin.so") {
+    return qztest::RunScriptText(script, plugin);
 }
 
 class ScriptRunner : public ::testing::Test {
@@ -31,20 +24,20 @@ protected:
 };
 
 TEST_F(ScriptRunner, SkipsEmptyAndCommentLines) {
-    const Result result = RunLines("\n   \n# a comment\n  # indented\n{\"op\": \"menu\"}\n");
+    const CommandRun result = RunLines("\n   \n# a comment\n  # indented\n{\"op\": \"menu\"}\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "{\"op\":\"menu\",\"items\":[]}\n");
     EXPECT_EQ(result.err, "");
 }
 
 TEST_F(ScriptRunner, AcceptsWindowsLineEnds) {
-    const Result result = RunLines("{\"op\": \"menu\"}\r\n{\"op\": \"menu\"}\r\n");
+    const CommandRun result = RunLines("{\"op\": \"menu\"}\r\n{\"op\": \"menu\"}\r\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "{\"op\":\"menu\",\"items\":[]}\n{\"op\":\"menu\",\"items\":[]}\n");
 }
 
 TEST_F(ScriptRunner, StopsAtAnUnknownOpAndNamesItsLine) {
-    const Result result =
+    const CommandRun result =
         RunLines("{\"op\": \"menu\"}\n\n{\"op\": \"nope\"}\n{\"op\": \"menu\"}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "{\"op\":\"menu\",\"items\":[]}\n"
@@ -53,28 +46,28 @@ TEST_F(ScriptRunner, StopsAtAnUnknownOpAndNamesItsLine) {
 }
 
 TEST_F(ScriptRunner, ReportsInvalidJsonWithANullOp) {
-    const Result result = RunLines("{\"op\": menu}\n");
+    const CommandRun result = RunLines("{\"op\": menu}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "{\"op\":null,\"error\":\"not valid JSON\"}\n");
     EXPECT_NE(result.err.find("line 1"), std::string::npos) << result.err;
 }
 
 TEST_F(ScriptRunner, RefusesANumberBeyondTheRangeOfADoubleAsABadLine) {
-    const Result result = RunLines("{\"op\": \"menu\", \"x\": -1e400}\n{\"op\": \"menu\"}\n");
+    const CommandRun result = RunLines("{\"op\": \"menu\", \"x\": -1e400}\n{\"op\": \"menu\"}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "{\"op\":null,\"error\":\"a number beyond the range of a double\"}\n");
     EXPECT_NE(result.err.find("line 1"), std::string::npos) << result.err;
 }
 
 TEST_F(ScriptRunner, ReportsAPluginFileThatCannotBeLoadedAsAHostFailure) {
-    const Result result = RunLines("{\"op\": \"load\"}\n{\"op\": \"menu\"}\n");
+    const CommandRun result = RunLines("{\"op\": \"load\"}\n{\"op\": \"menu\"}\n");
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.out.rfind("{\"op\":\"load\",\"error\":\"plug-in file ", 0), 0u) << result.out;
     EXPECT_EQ(result.out.find('\n'), result.out.size() - 1) << "one output line only";
 }
 
 TEST_F(ScriptRunner, GivesUnregisteredForHooksBeforeALoad) {
-    const Result result =
+    const CommandRun result =
         RunLines("{\"op\": \"command\", \"command\": 2028}\n{\"op\": \"idle\"}\n");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "{\"op\":\"command\",\"registered\":false}\n"
@@ -82,7 +75,7 @@ TEST_F(ScriptRunner, GivesUnregisteredForHooksBeforeALoad) {
 }
 
 TEST_F(ScriptRunner, HostOpChangesTheHostSettings) {
-    const Result result =
+    const CommandRun result =
         RunLines("{\"op\": \"host\", \"locale\": \"de_DE\", \"codepage\": \"cp1252\", "
                  "\"ui_suppressed\": 7, \"workspace\": false, \"report_result\": 9, \"scale\": 2, "
                  "\"missing_suites\": [\"QZGP Command Suite/1\"], "
@@ -103,8 +96,8 @@ TEST_F(ScriptRunner, HostOpChangesTheHostSettings) {
 }
 
 TEST_F(ScriptRunner, HostOpSetsUpdateSuppressionAndTheAlertFlags) {
-    const Result result = RunLines("{\"op\": \"host\", \"update_suppressed\": true, "
-                                   "\"alerts\": [false, true, false, true]}\n");
+    const CommandRun result = RunLines("{\"op\": \"host\", \"update_suppressed\": true, "
+                                       "\"alerts\": [false, true, false, true]}\n");
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_TRUE(qzhost::HostControls::Get().UpdateSuppressed());
     EXPECT_EQ(G_msg1_redB, 0);
@@ -114,14 +107,15 @@ TEST_F(ScriptRunner, HostOpSetsUpdateSuppressionAndTheAlertFlags) {
 }
 
 TEST_F(ScriptRunner, HostOpRefusesAlertListsOfAnotherLength) {
-    const Result result = RunLines("{\"op\": \"host\", \"alerts\": [true, true, true]}\n");
+    const CommandRun result = RunLines("{\"op\": \"host\", \"alerts\": [true, true, true]}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out,
               "{\"op\":\"host\",\"error\":\"\\\"alerts\\\" must be a list of 4 bools\"}\n");
 }
 
 TEST_F(ScriptRunner, HostOpWithABadlyShapedSettingChangesNothing) {
-    const Result result = RunLines("{\"op\": \"host\", \"ui_suppressed\": 1, \"workspace\": 5}\n");
+    const CommandRun result =
+        RunLines("{\"op\": \"host\", \"ui_suppressed\": 1, \"workspace\": 5}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out,
               "{\"op\":\"host\",\"error\":\"\\\"workspace\\\" must be true or false\"}\n");
@@ -135,20 +129,21 @@ TEST_F(ScriptRunner, HostOpRefusesAScaleThatIsNotPositive) {
 }
 
 TEST_F(ScriptRunner, HostOpRemovesAnInjectedThrowWithNull) {
-    const Result result = RunLines("{\"op\": \"host\", \"throws\": {\"number_text\": \"boom\"}}\n"
-                                   "{\"op\": \"host\", \"throws\": {\"number_text\": null}}\n");
+    const CommandRun result =
+        RunLines("{\"op\": \"host\", \"throws\": {\"number_text\": \"boom\"}}\n"
+                 "{\"op\": \"host\", \"throws\": {\"number_text\": null}}\n");
     ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_NO_THROW(qzhost::HostControls::Get().ThrowIfInjected("number_text"));
 }
 
 TEST_F(ScriptRunner, RunMainReportsAnEmptyQueue) {
-    const Result result = RunLines("{\"op\": \"run_main\"}\n");
+    const CommandRun result = RunLines("{\"op\": \"run_main\"}\n");
     EXPECT_EQ(result.out, "{\"op\":\"run_main\",\"ran\":0,\"thrown\":[]}\n");
 }
 
 TEST_F(ScriptRunner, WorkspaceOpWithoutAPanelReportsNoTab) {
-    const Result result = RunLines("{\"op\": \"workspace\", \"action\": \"open\"}\n"
-                                   "{\"op\": \"workspace\", \"action\": \"minimise\"}\n");
+    const CommandRun result = RunLines("{\"op\": \"workspace\", \"action\": \"open\"}\n"
+                                       "{\"op\": \"workspace\", \"action\": \"minimise\"}\n");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out.substr(0, result.out.find('\n') + 1),
               "{\"op\":\"workspace\",\"panel\":false,\"shown\":false,\"front\":false,"

@@ -1,4 +1,5 @@
 #include "ViewerHarness.h"
+#include "BuildPaths.h"
 
 #include <filesystem>
 

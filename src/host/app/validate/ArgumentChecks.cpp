@@ -25,15 +25,15 @@ std::vector<PanelState> PanelStates(bool has_panel) {
         return {{"without a panel", Json()}};
     }
     return {
-        {"with the panel open", Json{{"op", "workspace"}, {"action", "open"}}},
-        {"with the panel hidden", Json{{"op", "workspace"}, {"action", "hide"}}},
+        {"with the panel open", WorkspaceLine("open")},
+        {"with the panel hidden", WorkspaceLine("hide")},
         {"with the panel a back tab",
          Json{{"op", "workspace"},
               {"set", {{"shown", true}, {"front", false}, {"stacked", false}}}}},
         {"with the panel tabbed in a stack",
          Json{{"op", "workspace"},
               {"set", {{"shown", true}, {"front", false}, {"stacked", true}}}}},
-        {"with the panel closed", Json{{"op", "workspace"}, {"action", "close"}}},
+        {"with the panel closed", WorkspaceLine("close")},
     };
 }
 
@@ -43,7 +43,7 @@ void EnterState(ValidationHost& host, const PanelState& state) {
     }
     // "set" needs an existing tab: the panel is opened first.
     if (state.line.contains("set")) {
-        RunOp(host, Json{{"op", "workspace"}, {"action", "open"}}, state.name);
+        RunOp(host, WorkspaceLine("open"), state.name);
     }
     RunOp(host, state.line, state.name);
 }

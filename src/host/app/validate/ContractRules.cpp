@@ -30,6 +30,10 @@ Json RunOp(ValidationHost& host, const char* op, const std::string& when) {
     return RunOp(host, line, when);
 }
 
+Json WorkspaceLine(const char* action) {
+    return Json{{"op", "workspace"}, {"action", action}};
+}
+
 void RequireNothingHeld(const std::string& when) {
     const HostState state = ValidationHost::State();
     Require(state.held.empty(), when + ": the plug-in still holds " + Listed(state.held));

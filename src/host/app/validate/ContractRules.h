@@ -14,6 +14,8 @@ namespace qzhost::validate {
 /// (of any type) or a line that the host cannot carry out fails the check.
 Json RunOp(ValidationHost& host, const Json& line, const std::string& when);
 Json RunOp(ValidationHost& host, const char* op, const std::string& when);
+/// The "workspace" line that carries out `action` ("open", "close", "hide", ...).
+Json WorkspaceLine(const char* action);
 
 /// The plug-in holds no suite.
 void RequireNothingHeld(const std::string& when);

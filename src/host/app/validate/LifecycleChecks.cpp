@@ -51,13 +51,13 @@ void Cycle(ValidationHost& host, const CheckContext& context, int cycle, bool ch
     const Json load = RunOp(host, "load", when + ", the entry");
     RequireResult(load, {0}, when + ", the entry");
     if (cycle % kPanelEvery == 0 && !ValidationHost::State().tabCreators.empty()) {
-        RunOp(host, Json{{"op", "workspace"}, {"action", "open"}}, when + ", opening the panel");
+        RunOp(host, WorkspaceLine("open"), when + ", opening the panel");
         if (ValidationHost::SuitePublished()) {
             CallSlotChecked(host, nullptr, 4, PlainArgs(4, cycle), false, when);
             CallSlotChecked(host, nullptr, 0, PlainArgs(0, cycle), true, when);
         }
         RunMainChecked(host, when);
-        RunOp(host, Json{{"op", "workspace"}, {"action", "close"}}, when + ", closing the panel");
+        RunOp(host, WorkspaceLine("close"), when + ", closing the panel");
     }
     const Json death = RunOp(host, "death", when + ", the death hook");
     if (death.contains("result")) {

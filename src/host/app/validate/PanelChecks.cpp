@@ -16,12 +16,8 @@ namespace {
 
 constexpr int kOpenCloseCycles = 100;
 
-Json Workspace(const char* action) {
-    return Json{{"op", "workspace"}, {"action", action}};
-}
-
 void RequireOpen(ValidationHost& host, const std::string& when, int injected = 0) {
-    const Json out = RunOp(host, Workspace("open"), when);
+    const Json out = RunOp(host, WorkspaceLine("open"), when);
     if (injected != 0 && out.contains("result")) {
         RequireResult(out, {injected}, when);
         return;
@@ -66,14 +62,14 @@ std::string PanelCycles(const CheckContext& context) {
     context.Step("opening and closing the panel");
     RequireOpen(host, "the first opening");
     const std::size_t held = ValidationHost::State().held.size();
-    RunOp(host, Workspace("close"), "closing the panel");
+    RunOp(host, WorkspaceLine("close"), "closing the panel");
     for (int cycle = 1; cycle <= kOpenCloseCycles; ++cycle) {
         const std::string when = "open and close cycle " + std::to_string(cycle);
         RequireOpen(host, when);
         if (has_suite) {
             CallSlotChecked(host, nullptr, 4, PlainArgs(4, cycle), false, when);
         }
-        const Json closed = RunOp(host, Workspace("close"), when);
+        const Json closed = RunOp(host, WorkspaceLine("close"), when);
         Require(!closed.value("panel", true), when + ": the panel is still there after closing");
         RunMainChecked(host, when);
     }
@@ -91,8 +87,8 @@ std::string PanelCycles(const CheckContext& context) {
         const std::string when =
             "resized to " + std::to_string(size[0]) + " x " + std::to_string(size[1]);
         RunOp(host, Json{{"op", "resize"}, {"width", size[0]}, {"height", size[1]}}, when);
-        RunOp(host, Workspace("hide"), when + ", hiding");
-        RunOp(host, Workspace("show"), when + ", showing");
+        RunOp(host, WorkspaceLine("hide"), when + ", hiding");
+        RunOp(host, WorkspaceLine("show"), when + ", showing");
         if (has_suite) {
             CallSlotChecked(host, nullptr, 4, PlainArgs(4, size[0]), false, when);
             CallSlotChecked(host, nullptr, 1, PlainArgs(1, size[1]), false, when);
@@ -111,11 +107,11 @@ std::string PanelCycles(const CheckContext& context) {
         context.Step(when);
         RunOp(host, Json{{"op", "host"}, {"errors", {{std::string(operation), code}}}}, when);
         commands += ChooseFlyoutCommands(host, when, code);
-        RunOp(host, Workspace("close"), when + ", closing the panel");
+        RunOp(host, WorkspaceLine("close"), when + ", closing the panel");
         RequireOpen(host, when + ", opening the panel again", code);
         commands += ChooseFlyoutCommands(host, when + ", after opening again", code);
         RunOp(host, Json{{"op", "host"}, {"errors", {{std::string(operation), 0}}}}, when);
-        RunOp(host, Workspace("close"), when + ", closing the panel");
+        RunOp(host, WorkspaceLine("close"), when + ", closing the panel");
         RequireOpen(host, "after " + when);
     }
     RequireNothingReported("panel cycles");

@@ -13,10 +13,6 @@ namespace qzhost::validate {
 
 namespace {
 
-Json Workspace(const char* action) {
-    return Json{{"op", "workspace"}, {"action", action}};
-}
-
 std::string StringsNotKept(const CheckContext& context) {
     ValidationHost host(context.Plugin());
     GuardedStrings guard;
@@ -25,7 +21,7 @@ std::string StringsNotKept(const CheckContext& context) {
     }
     const bool has_panel = !ValidationHost::State().tabCreators.empty();
     if (has_panel) {
-        RunOp(host, Workspace("open"), "opening the panel");
+        RunOp(host, WorkspaceLine("open"), "opening the panel");
     }
     int calls = 0;
     context.Step("calls with strings");
@@ -52,7 +48,7 @@ std::string StringsNotKept(const CheckContext& context) {
     RunOp(host, "idle", "the idle hook");
     if (has_panel) {
         for (const char* action : {"hide", "show", "close", "open"}) {
-            RunOp(host, Workspace(action), std::string("the panel: ") + action);
+            RunOp(host, WorkspaceLine(action), std::string("the panel: ") + action);
         }
         RunOp(host, "flyout", "the flyout menu");
     }

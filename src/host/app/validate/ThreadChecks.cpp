@@ -40,7 +40,7 @@ std::string UIThreadCalls(const CheckContext& context) {
         }
         RunMainChecked(host, "thread pass");
         if (has_panel && round % 2 == 1) {
-            RunOp(host, Json{{"op", "workspace"}, {"action", "hide"}}, "hiding the panel");
+            RunOp(host, WorkspaceLine("hide"), "hiding the panel");
             RunOp(host, open, "opening the panel");
         }
     }

@@ -17,10 +17,6 @@ std::string Angle(float degrees) {
     return Utf8(text);
 }
 
-std::string Deg(const std::string& text) {
-    return text + kDeg;
-}
-
 using AngleText = ReadoutTest;
 
 TEST_F(AngleText, ShowsAnglesWithinATurnWithOneDecimal) {

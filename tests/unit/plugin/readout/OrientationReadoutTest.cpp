@@ -16,13 +16,6 @@ namespace {
 using Lines = std::array<std::string, 5>;
 using OrientationReadout = ReadoutTest;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-
-std::string Deg(const std::string& text) {
-    return text + kDeg;
-}
-
 std::string Triple(const std::string& a, const std::string& b, const std::string& c) {
     return Deg(a) + ", " + Deg(b) + ", " + Deg(c);
 }

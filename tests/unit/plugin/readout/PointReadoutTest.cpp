@@ -13,9 +13,6 @@ namespace {
 using Lines = std::array<std::string, 5>;
 using PointReadout = ReadoutTest;
 
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInf = std::numeric_limits<float>::infinity();
-
 TEST_F(PointReadout, TwoComponentPositionWithoutChangeShowsThreeLines) {
     infopal::ShowPositionReadout2D(sink, "Layer 1", 320.0F, 240.0F, 0.0F, 0.0F);
     const ShownLines shown = sink.Only();
@@ -76,8 +73,8 @@ TEST_F(PointReadout, HeadingIsTheCallersTextConvertedAsItIs) {
 }
 
 TEST_F(PointReadout, ShowsDefinedTextForNaNAndInfiniteValuesAndDeltas) {
-    infopal::ShowPositionReadout2D(sink, "n", kNaN, kInf, kNaN, 0.0F);
-    infopal::ShowPointReadout3D(sink, "n", "P:", -kInf, 0.0F, 1.0F, 0.0F, kInf, 0.0F);
+    infopal::ShowPositionReadout2D(sink, "n", kNaNf, kInff, kNaNf, 0.0F);
+    infopal::ShowPointReadout3D(sink, "n", "P:", -kInff, 0.0F, 1.0F, 0.0F, kInff, 0.0F);
     ASSERT_EQ(sink.calls.size(), 2U);
     EXPECT_EQ(sink.calls[0].lines,
               (Lines{"n", "Position:", "NaN, \u221E", kDeltaLabel, "NaN, 0.0"}));

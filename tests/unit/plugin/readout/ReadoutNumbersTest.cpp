@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "InfoPal/readout/ReadoutNumbers.h"
+#include "ReadoutTestSupport.h"
 
 namespace readout_test {
 namespace {
@@ -15,8 +16,6 @@ using infopal::NarrowToFloat;
 using infopal::TruncateToInt32;
 
 constexpr std::int32_t kInt32Min = std::numeric_limits<std::int32_t>::min();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 TEST(TruncateToInt32, TruncatesTowardZero) {
     EXPECT_EQ(TruncateToInt32(1.9), 1);

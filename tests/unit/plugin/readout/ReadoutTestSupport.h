@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -61,6 +62,16 @@ public:
 
 /// The degree sign and the delta label in the host's default texts, as UTF-8.
 inline constexpr const char* kDeg = "\u00B0";
+
+/// `text` followed by the degree sign.
+inline std::string Deg(const std::string& text) {
+    return text + kDeg;
+}
+
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double kInf = std::numeric_limits<double>::infinity();
+inline constexpr float kNaNf = std::numeric_limits<float>::quiet_NaN();
+inline constexpr float kInff = std::numeric_limits<float>::infinity();
 inline constexpr const char* kDeltaLabel = "\u0394:";
 
 /// Each test starts and ends with the default host (en_US, UTF-8, nothing injected), and

@@ -13,10 +13,6 @@ namespace {
 using Lines = std::array<std::string, 5>;
 using RotationReadout = ReadoutTest;
 
-std::string Deg(const std::string& text) {
-    return text + kDeg;
-}
-
 TEST_F(RotationReadout, AngleBelowAFullTurnShowsOneDecimal) {
     infopal::ShowRotationReadout(sink, "Layer", 359.9F, 0.0F);
     const ShownLines shown = sink.Only();

@@ -11,9 +11,6 @@ namespace {
 
 using infopal::FormatScaleText;
 
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInf = std::numeric_limits<float>::infinity();
-
 using ScaleText = ReadoutTest;
 
 TEST_F(ScaleText, UniformScaleShowsOnePercentage) {
@@ -47,11 +44,11 @@ TEST_F(ScaleText, ComparesOnlyTheLow16BitsOfTheRoundedComponents) {
 
 TEST_F(ScaleText, ComparesNaNAndOutOfRangeComponentsAsZero) {
     // NaN and values beyond the 32-bit range round to -2147483648, whose low 16 bits are 0.
-    EXPECT_EQ(Utf8(FormatScaleText(kNaN, 0.0F)), "NaN%");
-    EXPECT_EQ(Utf8(FormatScaleText(kNaN, 5.0F)), "NaN%, 5%");
+    EXPECT_EQ(Utf8(FormatScaleText(kNaNf, 0.0F)), "NaN%");
+    EXPECT_EQ(Utf8(FormatScaleText(kNaNf, 5.0F)), "NaN%, 5%");
     EXPECT_EQ(Utf8(FormatScaleText(1e10F, 0.0F, 0.0F)), "10000000000%");
-    EXPECT_EQ(Utf8(FormatScaleText(kInf, 0.0F)), "\u221E%");
-    EXPECT_EQ(Utf8(FormatScaleText(0.0F, -kInf, 5.0F)), "0%, -\u221E%, 5%");
+    EXPECT_EQ(Utf8(FormatScaleText(kInff, 0.0F)), "\u221E%");
+    EXPECT_EQ(Utf8(FormatScaleText(0.0F, -kInff, 5.0F)), "0%, -\u221E%, 5%");
 }
 
 TEST_F(ScaleText, UsesTheLocaleDecimalSeparator) {

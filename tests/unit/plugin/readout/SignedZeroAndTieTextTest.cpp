@@ -18,10 +18,6 @@ namespace {
 using Lines = std::array<std::string, 5>;
 using SignedZeroAndTieText = ReadoutTest;
 
-std::string Deg(const std::string& text) {
-    return text + kDeg;
-}
-
 std::string Triple(const std::string& a, const std::string& b, const std::string& c) {
     return Deg(a) + ", " + Deg(b) + ", " + Deg(c);
 }

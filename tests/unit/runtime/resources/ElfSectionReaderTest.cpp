@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ElfImageBuilder.h"
+#include "ResourceTestSupport.h"
 #include "host/OS_Module.h"
 #include "qzhost/PropertyList.h"
 #include "qzhost/ResourceArchive.h"
@@ -19,27 +20,14 @@ using qzhost::resources::ReadElfSection;
 using qzhost::resources::ReadElfSectionFromFile;
 using qzhost::resources::ResourceFormatError;
 using qztest::BuildElfImage;
+using qztest::Bytes;
 using qztest::ElfImage;
+using qztest::FormatError;
 using ::testing::HasSubstr;
-
-std::vector<std::uint8_t> Bytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
 
 ElfImage SampleImage() {
     return BuildElfImage(
         {{".text", Bytes("code")}, {".qzres", Bytes("resource bytes")}, {".data", Bytes("data!")}});
-}
-
-template <class F>
-std::string FormatError(F&& read) {
-    try {
-        read();
-    } catch (const ResourceFormatError& error) {
-        return error.what();
-    }
-    ADD_FAILURE() << "no ResourceFormatError";
-    return "";
 }
 
 std::string ImageError(const std::vector<std::uint8_t>& bytes) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "BuildPaths.h"
 #include "host/OS_Module.h"
 #include "kitui/utility/ResourceManager.h"
 #include "qzhost/PropertyList.h"

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string>
 
+#include "BuildPaths.h"
 #include "host/OS_Module.h"
 #include "qzhost/PluginLoader.h"
 

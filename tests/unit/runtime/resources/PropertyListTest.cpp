@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "ResourceTestSupport.h"
 #include "qzhost/PropertyList.h"
 
 namespace {
@@ -13,11 +14,8 @@ using qzhost::DecodePropertyList;
 using qzhost::EncodePropertyList;
 using qzhost::Property;
 using qzhost::PropertyList;
+using qztest::Bytes;
 using ::testing::HasSubstr;
-
-std::vector<std::uint8_t> Bytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
 
 // Stored bytes written out by hand: each code already reversed, each number spelled in
 // little-endian order.

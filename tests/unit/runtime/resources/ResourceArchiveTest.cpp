@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "ResourceTestSupport.h"
 #include "qzhost/ResourceArchive.h"
 
 namespace {
@@ -12,11 +13,9 @@ using qzhost::resources::Resource;
 using qzhost::resources::ResourceArchive;
 using qzhost::resources::ResourceFormatError;
 using qzhost::resources::WriteResourceArchive;
+using qztest::Bytes;
+using qztest::FormatError;
 using ::testing::HasSubstr;
-
-std::vector<std::uint8_t> Bytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
 
 std::string Text(std::span<const std::uint8_t> bytes) {
     return {bytes.begin(), bytes.end()};
@@ -29,18 +28,6 @@ std::vector<Resource> SampleResources() {
         {"PNG", "Picture_At_2x", 1033, {0x89, 'P', 'N', 'G', 0, 0, 0xFF}},
         {"TXT", "Empty", 1033, {}},
     };
-}
-
-// The message of the ResourceFormatError that `parse` throws.
-template <class F>
-std::string FormatError(F&& parse) {
-    try {
-        parse();
-    } catch (const ResourceFormatError& error) {
-        return error.what();
-    }
-    ADD_FAILURE() << "no ResourceFormatError";
-    return "";
 }
 
 void PutU32(std::vector<std::uint8_t>& bytes, std::size_t at, std::uint32_t value) {

@@ -12,12 +12,6 @@
 namespace strings_test {
 namespace {
 
-constexpr const char* kLayoutKey = "$$$/QZ/Plugin/InfoPal/layout_file_name=control_layout";
-
-std::string Lookup(const char* key) {
-    return Utf8(U_ZStringToUTF16String(key));
-}
-
 TEST_F(HostStringTest, ARepeatedKeyFollowsEveryLocaleChange) {
     for (int round = 0; round < 2; ++round) {
         qzhost::HostControls::Get().SetLocale("de_DE");

@@ -11,12 +11,6 @@
 namespace strings_test {
 namespace {
 
-constexpr const char* kLayoutKey = "$$$/QZ/Plugin/InfoPal/layout_file_name=control_layout";
-
-std::string Lookup(const char* key) {
-    return Utf8(U_ZStringToUTF16String(key));
-}
-
 TEST_F(HostStringTest, LookupGivesTheDefaultTextAfterTheFirstEquals) {
     EXPECT_EQ(Lookup("$$$/QZ/Plugin/InfoPal/Position=Position:"), "Position:");
     EXPECT_EQ(Lookup("$$$/QZ/Plugin/InfoPal/pallete_name=Info"), "Info");

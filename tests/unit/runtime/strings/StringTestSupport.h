@@ -10,6 +10,7 @@
 
 #include <unicode/ustring.h>
 
+#include "host/U_LocalizedStrings.h"
 #include "kitcore/utility/UTF16String.h"
 #include "qzhost/HostControls.h"
 
@@ -55,6 +56,14 @@ inline std::string Utf8(std::u16string_view text) {
 
 inline std::string Utf8(const UTF16String& text) {
     return Utf8(std::u16string_view(text.data(), text.size()));
+}
+
+/// The key of the panel's layout file name, with its default text.
+inline constexpr const char* kLayoutKey = "$$$/QZ/Plugin/InfoPal/layout_file_name=control_layout";
+
+/// The host's text for `key` (a "$$$/...=default" key), as UTF-8.
+inline std::string Lookup(const char* key) {
+    return Utf8(U_ZStringToUTF16String(key));
 }
 
 /// Every test starts and ends with the default host (en_US, UTF-8, nothing injected).

@@ -8,6 +8,7 @@
 #include <regex>
 #include <string>
 
+#include "BuildPaths.h"
 #include "ToolkitTestSupport.h"
 #include "kitui/controls/UI_ControlFactory.h"
 #include "kitui/controls/UI_ControlsContainer.h"

@@ -24,14 +24,6 @@ bool AllZero(std::span<const std::uint8_t> bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t b) { return b == 0; });
 }
 
-std::string Folded(std::string_view text) {
-    std::string folded(text);
-    for (char& c : folded) {
-        c = FoldAscii(c);
-    }
-    return folded;
-}
-
 // Reads the archive that starts at `base` in `section`, appends its entries (with
 // offsets from the start of the section) and returns the archive's total size.
 std::size_t ReadOneArchive(std::span<const std::uint8_t> section, std::size_t base,
@@ -122,7 +114,8 @@ std::size_t ReadOneArchive(std::span<const std::uint8_t> section, std::size_t ba
                                           " from the archive's start runs past its end at " +
                                           At(base + archive.size()));
         }
-        if (!seen.emplace(Folded(entry.type), Folded(entry.name), entry.language).second) {
+        if (!seen.emplace(FoldedAscii(entry.type), FoldedAscii(entry.name), entry.language)
+                 .second) {
             throw ResourceFormatError(
                 kSubject, entryWhere + ": " + entry.type + " '" + entry.name + "' in language " +
                               std::to_string(entry.language) + " appears twice");

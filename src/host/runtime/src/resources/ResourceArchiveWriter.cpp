@@ -15,14 +15,6 @@ namespace qzhost::resources {
 
 namespace {
 
-std::string Folded(std::string_view text) {
-    std::string folded(text);
-    for (char& c : folded) {
-        c = FoldAscii(c);
-    }
-    return folded;
-}
-
 void CheckName(std::size_t index, const char* what, const std::string& text) {
     const std::string problem = ResourceNameProblem(text);
     if (!problem.empty()) {
@@ -44,7 +36,8 @@ std::vector<std::uint8_t> WriteResourceArchive(std::span<const Resource> resourc
         const Resource& resource = resources[i];
         CheckName(i, "type", resource.type);
         CheckName(i, "name", resource.name);
-        if (!seen.emplace(Folded(resource.type), Folded(resource.name), resource.language).second) {
+        if (!seen.emplace(FoldedAscii(resource.type), FoldedAscii(resource.name), resource.language)
+                 .second) {
             throw ResourceFormatError("resource archive",
                                       "resource " + std::to_string(i + 1) + ": " + resource.type +
                                           " '" + resource.name + "' in language " +

@@ -15,6 +15,15 @@ inline char FoldAscii(char c) noexcept {
     return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+/// `text` with every ASCII letter folded to upper case (FoldAscii).
+inline std::string FoldedAscii(std::string_view text) {
+    std::string folded(text);
+    for (char& c : folded) {
+        c = FoldAscii(c);
+    }
+    return folded;
+}
+
 /// Why `text` cannot be a resource type or name, or "" when it can: 1 to 255 printable
 /// ASCII characters.
 inline std::string ResourceNameProblem(std::string_view text) {

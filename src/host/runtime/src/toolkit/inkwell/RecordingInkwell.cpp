@@ -16,7 +16,8 @@
 
 namespace qzhost {
 
-namespace {
+// The recorder's pieces, in a named namespace: the class's Impl holds them.
+namespace recording {
 
 using kitui::inkwell::BrushRef;
 using kitui::inkwell::ColorRGBA;
@@ -197,15 +198,15 @@ private:
     std::shared_ptr<Log> log_;
 };
 
-} // namespace
+} // namespace recording
 
 struct RecordingInkwell::Impl {
-    std::shared_ptr<Log> log = std::make_shared<Log>();
+    std::shared_ptr<recording::Log> log = std::make_shared<recording::Log>();
     kitui::inkwell::Inkwell ink;
 
     explicit Impl(const kitui::inkwell::Inkwell& target)
-        : ink(boost::make_shared<RecordingSupplier>(target.GetSupplierRef(), log),
-              boost::make_shared<RecordingSurface>(target.GetSurfaceRef(), log)) {}
+        : ink(boost::make_shared<recording::RecordingSupplier>(target.GetSupplierRef(), log),
+              boost::make_shared<recording::RecordingSurface>(target.GetSurfaceRef(), log)) {}
 };
 
 RecordingInkwell::RecordingInkwell(const kitui::inkwell::Inkwell& target)
