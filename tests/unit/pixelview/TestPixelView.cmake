@@ -8,3 +8,5 @@ endif()
 qz_target_build_paths(test_pixelview ${paths})
 # The monitor test makes its ICC profile, and works out what it shows, with LittleCMS.
 target_link_libraries(test_pixelview PRIVATE PkgConfig::LCMS2)
+# The tests make their images with OpenImageIO.
+target_link_libraries(test_pixelview PRIVATE PkgConfig::OIIO)

@@ -1,4 +1,4 @@
-// The image that `qzhost inspect` looks into, read with OpenImageIO: its size, the
+// The image that `qzhost inspect` looks into, read by the image reader module: its size, the
 // project depth that its format gives, and the colour of one pixel as the host's viewer
 // hands it to the Info palette.
 #pragma once
@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "pixelview/ImageFile.h"
+
 namespace qzhost::pixelview {
 
 /// The colour of one pixel: alpha, red, green, blue, as the Info palette suite takes it.
@@ -19,33 +21,35 @@ class PixelViewImage {
 public:
     /// Opens `path` (the first subimage, its full-resolution level) and reads its header;
     /// pixels are read when asked for. Throws BadRequest when the file is missing or
-    /// cannot be read, when no reader knows its format, or when it holds no colour.
+    /// cannot be read, when no reader knows its format, or when it holds no colour, and
+    /// HostFailed when the image reader module cannot be loaded.
     explicit PixelViewImage(const std::string& path);
     ~PixelViewImage();
     PixelViewImage(const PixelViewImage&) = delete;
     PixelViewImage& operator=(const PixelViewImage&) = delete;
 
     const std::string& Path() const noexcept { return path_; }
-    /// The pixel rectangle (OpenImageIO's data window): columns x0 to x0 + width - 1,
-    /// rows y0 to y0 + height - 1.
-    int X0() const noexcept { return x0_; }
-    int Y0() const noexcept { return y0_; }
-    int Width() const noexcept { return width_; }
-    int Height() const noexcept { return height_; }
+    /// The pixel rectangle (the data window): columns x0 to x0 + width - 1, rows y0 to
+    /// y0 + height - 1.
+    int X0() const noexcept { return header_.x0; }
+    int Y0() const noexcept { return header_.y0; }
+    int Width() const noexcept { return header_.width; }
+    int Height() const noexcept { return header_.height; }
     bool Contains(int x, int y) const noexcept {
-        return x >= x0_ && y >= y0_ && x - x0_ < width_ && y - y0_ < height_;
+        return x >= header_.x0 && y >= header_.y0 && x - header_.x0 < header_.width &&
+               y - header_.y0 < header_.height;
     }
 
     /// The project depth that the image's format gives: 0 for 8-bit integers, 1 for
     /// integers of 9 to 16 bits, 2 for half and float (and wider integers).
-    std::int8_t ProjectDepth() const noexcept { return depth_; }
+    std::int8_t ProjectDepth() const noexcept { return header_.depth; }
     /// The reader's name for the format ("openexr", "png", "tiff"...).
-    const std::string& FormatName() const noexcept { return formatName_; }
+    const std::string& FormatName() const noexcept { return header_.formatName; }
     /// The channel type in words: "8-bit", "16-bit", "10-bit", "half float", "float"...
-    const std::string& ChannelType() const noexcept { return channelType_; }
+    const std::string& ChannelType() const noexcept { return header_.channelType; }
     /// The channel names, comma-separated ("R,G,B,A").
-    const std::string& ChannelNames() const noexcept { return channelNames_; }
-    bool HasAlpha() const noexcept { return alpha_ >= 0; }
+    const std::string& ChannelNames() const noexcept { return header_.channelNames; }
+    bool HasAlpha() const noexcept { return header_.alpha >= 0; }
 
     /// The pixel at column `x`, row `y` (inside the image): the channel values as floats
     /// (unsigned integers scaled to 0-1: a code k of n bits is k / (2^n - 1), rounded
@@ -66,28 +70,11 @@ public:
     void ReadRowsRGBA(int y, int rows, float* out) const;
 
 private:
-    /// The channel values of the pixels of columns x0..x1-1, rows y0..y1-1 (channels of a
-    /// pixel together, pixels in rows) into `values`, integers scaled to 0-1.
-    void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) const;
-    struct Reader;
     std::string path_;
-    std::unique_ptr<Reader> reader_;
-    int x0_ = 0;
-    int y0_ = 0;
-    int width_ = 0;
-    int height_ = 0;
-    std::int8_t depth_ = 0;
-    std::string formatName_;
-    std::string channelType_;
-    std::string channelNames_;
-    int red_ = 0;
-    int green_ = 0;
-    int blue_ = 0;
-    int alpha_ = -1;
-    int channels_ = 0;
-    /// The largest code of an image of unsigned integers of up to 16 bits (255, 1023,
-    /// 65535...); 0 for other images, whose values OpenImageIO turns into floats.
-    std::uint32_t integerMax_ = 0;
+    std::unique_ptr<ImageFile> file_;
+    ImageFileHeader header_;
+    // The channel values of one pixel, their storage kept from one pixel to the next.
+    mutable std::vector<float> values_;
 };
 
 } // namespace qzhost::pixelview

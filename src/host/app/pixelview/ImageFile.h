@@ -1,0 +1,71 @@
+// An image file opened by the image reader module (libqzhost-imageio.so, on OpenImageIO):
+// its header as the host reads it, and its pixels. The module is loaded the first time an
+// image is opened, so that the host's commands that read no image (script, validate,
+// resource, plug-in info) start without loading OpenImageIO and the many libraries
+// beneath it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qzhost::pixelview {
+
+/// What the host reads from an image's header.
+struct ImageFileHeader {
+    /// The pixel rectangle (the data window): columns x0 to x0 + width - 1, rows y0 to
+    /// y0 + height - 1.
+    int x0 = 0;
+    int y0 = 0;
+    int width = 0;
+    int height = 0;
+    /// The project depth that the format gives (0 8-bit, 1 16-bit, 2 float).
+    std::int8_t depth = 0;
+    /// The reader's name for the format ("openexr", "png", "tiff"...).
+    std::string formatName;
+    /// The channel type in words: "8-bit", "16-bit", "10-bit", "half float", "float"...
+    std::string channelType;
+    /// The channel names, comma-separated ("R,G,B,A").
+    std::string channelNames;
+    /// The channels that give red, green, blue (a grey image names one channel for all
+    /// three) and alpha (-1: none), of `channels` in all.
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    int alpha = -1;
+    int channels = 0;
+    /// The largest code of an image of unsigned integers of up to 16 bits (255, 1023,
+    /// 65535...); 0 for other images, whose values are read as floats.
+    std::uint32_t integerMax = 0;
+};
+
+class ImageFile {
+public:
+    virtual ~ImageFile() = default;
+
+    virtual const ImageFileHeader& Header() const noexcept = 0;
+
+    /// The channel values of the pixels of columns x0..x1-1, rows y0..y1-1 (channels of a
+    /// pixel together, pixels in rows) into `values`, unsigned integers k of n bits as
+    /// k / (2^n - 1). Throws BadRequest when the pixels cannot be read.
+    virtual void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) = 0;
+
+    /// Reads every pixel into memory at once, calling `progress` with the share done (0
+    /// to 1). Throws BadRequest when it cannot.
+    virtual void ReadAllPixels(const std::function<void(double)>& progress) = 0;
+};
+
+/// Opens `path` (the first subimage, its full-resolution level) and reads its header,
+/// loading the image reader module from beside the program at the first call. Throws
+/// BadRequest when the file is missing or cannot be read, when no reader knows its format
+/// or when it holds no colour, and HostFailed when the module cannot be loaded.
+std::unique_ptr<ImageFile> OpenImageFile(const std::string& path);
+
+} // namespace qzhost::pixelview
+
+/// The module's one entry: opens `path` as OpenImageFile does (the caller owns the
+/// result). It throws the host's exceptions, which the host catches: both sides are built
+/// together, with the same compiler and standard library.
+extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path);

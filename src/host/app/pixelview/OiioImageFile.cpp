@@ -1,0 +1,340 @@
+// The image reader module: the host's image files read with OpenImageIO. Built as a
+// library of its own (libqzhost-imageio.so) that the host loads when it first opens an
+// image (ImageFile.h).
+#include "pixelview/ImageFile.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include <OpenImageIO/imagebuf.h>
+#include <OpenImageIO/imagecache.h>
+#include <OpenImageIO/imageio.h>
+
+#include "pixelview/LibraryMessages.h"
+#include "pixelview/PixelViewError.h"
+#include "pixelview/ProjectDepthRule.h"
+
+namespace qzhost::pixelview {
+
+namespace {
+
+/// Rows per band in which the cache reads images stored as scanlines, so that a point
+/// costs a band, not the whole image.
+constexpr int kScanlineBand = 64;
+
+/// The first line of an OpenImageIO message, without trailing blanks.
+std::string FirstLine(const std::string& message) {
+    std::string line = message.substr(0, message.find('\n'));
+    while (!line.empty() && std::isspace(static_cast<unsigned char>(line.back()))) {
+        line.pop_back();
+    }
+    return line.empty() ? "unknown error" : line;
+}
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+/// The format whose readers claim the file's extension, or empty.
+std::string FormatOfExtension(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    if (extension.empty()) {
+        return {};
+    }
+    extension = Lower(extension.substr(1));
+    for (const auto& [format, extensions] : OIIO::get_extension_map()) {
+        if (std::find(extensions.begin(), extensions.end(), extension) != extensions.end()) {
+            return format;
+        }
+    }
+    return {};
+}
+
+/// Checks that `path` names a file that this process can read; throws BadRequest.
+void RequireReadableFile(const std::string& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) {
+        throw BadRequest("no such file '" + path + "'");
+    }
+    if (std::filesystem::is_directory(status)) {
+        throw BadRequest("'" + path + "' is a directory, not an image");
+    }
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        const int why = errno;
+        throw BadRequest("cannot read '" + path + "': " + std::strerror(why));
+    }
+}
+
+std::string ChannelTypeText(OIIO::TypeDesc type, int bits) {
+    if (type.basetype == OIIO::TypeDesc::HALF) {
+        return "half float";
+    }
+    if (type.is_floating_point()) {
+        return type.size() == 8 ? "double float" : "float";
+    }
+    return std::to_string(bits) + "-bit";
+}
+
+/// The channel named `name` (or its lower-case form), or -1. Looked up in the names that
+/// the header has: some readers name fewer channels than the image has.
+int ChannelIndex(const OIIO::ImageSpec& header, const char* name) {
+    const int named = std::min(header.nchannels, static_cast<int>(header.channelnames.size()));
+    for (const std::string& wanted : {std::string(name), Lower(name)}) {
+        for (int c = 0; c < named; ++c) {
+            if (header.channelnames[static_cast<std::size_t>(c)] == wanted) {
+                return c;
+            }
+        }
+    }
+    return -1;
+}
+
+/// An image cache of this image's own and the image's buffer on it, ended (also when the
+/// image fails to open) with what the libraries print kept in `messages`. The cache's
+/// settings (unassociated alpha kept, bands of scanlines) must not leak into other
+/// readers in the process.
+struct CachedBuffer {
+    explicit CachedBuffer(LibraryMessages& kept) : messages(kept) {
+        const LibraryMessages::Trap trap(messages);
+        cache = OIIO::ImageCache::create(/*shared=*/false);
+        cache->attribute("unassociatedalpha", 1);
+        cache->attribute("autotile", kScanlineBand);
+        cache->attribute("autoscanline", 1);
+    }
+    ~CachedBuffer() {
+        const LibraryMessages::Trap trap(messages);
+        buffer.reset();
+        OIIO::ImageCache::destroy(cache);
+        // An error left in OpenImageIO would be printed as the program ends.
+        (void)OIIO::geterror();
+    }
+    CachedBuffer(const CachedBuffer&) = delete;
+    CachedBuffer& operator=(const CachedBuffer&) = delete;
+
+    LibraryMessages& messages;
+    OIIO::ImageCache* cache = nullptr;
+    std::unique_ptr<OIIO::ImageBuf> buffer;
+};
+
+/// An image file read through an image cache of its own.
+class OiioImageFile final : public ImageFile {
+public:
+    explicit OiioImageFile(const std::string& path);
+    OiioImageFile(const OiioImageFile&) = delete;
+    OiioImageFile& operator=(const OiioImageFile&) = delete;
+
+    const ImageFileHeader& Header() const noexcept override { return header_; }
+    void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) override;
+    void ReadAllPixels(const std::function<void(double)>& progress) override;
+
+private:
+    std::string path_;
+    ImageFileHeader header_;
+    // What the image libraries print themselves while they read is kept here, from the
+    // cache's creation to its end.
+    LibraryMessages messages_;
+    CachedBuffer cached_{messages_};
+    // The stored codes of unsigned integer images, their storage kept from one read to
+    // the next.
+    std::vector<std::uint16_t> words_;
+    std::vector<std::uint8_t> bytes_;
+};
+
+OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
+    RequireReadableFile(path);
+    OIIO::ImageSpec config;
+    config.attribute("oiio:UnassociatedAlpha", 1);
+    bool opened = false;
+    std::string message;
+    {
+        const LibraryMessages::Trap trap(messages_);
+        cached_.buffer = std::make_unique<OIIO::ImageBuf>(path, 0, 0, cached_.cache, &config);
+        opened = cached_.buffer->init_spec(path, 0, 0);
+        if (opened) {
+            // The header and the format's name, read while the libraries' words are kept.
+            (void)cached_.buffer->nativespec();
+            header_.formatName = cached_.buffer->file_format_name();
+        } else {
+            message = FirstLine(cached_.buffer->geterror());
+            (void)OIIO::geterror();
+        }
+    }
+    const std::string words = messages_.Take();
+    if (!opened) {
+        // OpenImageIO tries every reader on a file whose extension it does not know.
+        const std::string format = FormatOfExtension(path);
+        if (format.empty()) {
+            throw BadRequest("unknown image format: no reader knows '" + path + "'");
+        }
+        throw BadRequest(
+            WithLibraryWords("cannot read '" + path + "' as " + format + ": " + message, words));
+    }
+    const OIIO::ImageSpec& header = cached_.buffer->nativespec();
+    if (header.deep) {
+        throw BadRequest("cannot read '" + path + "': deep images have no single colour per pixel");
+    }
+    if (header.nchannels < 1 || header.width < 1 || header.height < 1 || header.depth > 1) {
+        throw BadRequest("cannot read '" + path + "': it holds no two-dimensional colour image");
+    }
+    header_.x0 = header.x;
+    header_.y0 = header.y;
+    header_.width = header.width;
+    header_.height = header.height;
+    header_.channels = header.nchannels;
+
+    // The depth follows the widest channel; formats that keep 10 or 12 bits in 16-bit
+    // words say so in their metadata.
+    const int declared_bits = header.get_int_attribute("oiio:BitsPerSample", 0);
+    bool floating = false;
+    int bits = 0;
+    OIIO::TypeDesc widest = header.format;
+    for (int c = 0; c < header.nchannels; ++c) {
+        const OIIO::TypeDesc type = header.channelformat(c);
+        floating = floating || type.is_floating_point();
+        if (static_cast<int>(type.size()) * 8 > bits) {
+            bits = static_cast<int>(type.size()) * 8;
+            widest = type;
+        }
+    }
+    if (!floating && declared_bits > 0 && declared_bits < bits) {
+        bits = declared_bits;
+    }
+    header_.depth = ProjectDepthFor(floating, bits);
+    // Files of unsigned 8- or 16-bit channels throughout are read as their integers.
+    bool same_integers = !floating;
+    for (int c = 0; c < header.nchannels; ++c) {
+        same_integers = same_integers && header.channelformat(c) == header.format;
+    }
+    if (same_integers && header.format == OIIO::TypeDesc::UINT8) {
+        header_.integerMax = 255;
+    } else if (same_integers && header.format == OIIO::TypeDesc::UINT16) {
+        header_.integerMax = (1u << bits) - 1u;
+    }
+    header_.channelType = ChannelTypeText(widest, bits);
+    for (int c = 0; c < header.nchannels; ++c) {
+        if (c > 0) {
+            header_.channelNames += ',';
+        }
+        header_.channelNames += header.channel_name(c);
+    }
+
+    header_.alpha = header.alpha_channel >= 0 && header.alpha_channel < header.nchannels
+                        ? header.alpha_channel
+                        : ChannelIndex(header, "A");
+    header_.red = ChannelIndex(header, "R");
+    header_.green = ChannelIndex(header, "G");
+    header_.blue = ChannelIndex(header, "B");
+    if (header_.red < 0 || header_.green < 0 || header_.blue < 0) {
+        // No channels named for red, green and blue: the first three colour channels in
+        // order, or one grey channel for all three.
+        std::vector<int> colour;
+        for (int c = 0; c < header.nchannels; ++c) {
+            if (c != header_.alpha) {
+                colour.push_back(c);
+            }
+        }
+        if (colour.empty()) {
+            throw BadRequest("cannot read '" + path + "': it has an alpha channel only");
+        }
+        const bool grey = colour.size() < 3;
+        header_.red = colour[0];
+        header_.green = grey ? colour[0] : colour[1];
+        header_.blue = grey ? colour[0] : colour[2];
+    }
+}
+
+void OiioImageFile::ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) {
+    const auto channels = static_cast<std::size_t>(header_.channels);
+    const auto count =
+        channels * static_cast<std::size_t>(x1 - x0) * static_cast<std::size_t>(y1 - y0);
+    values.assign(count, 0.0f);
+    const OIIO::ImageBuf& buffer = *cached_.buffer;
+    const OIIO::ROI area(x0, x1, y0, y1, 0, 1, 0, header_.channels);
+    std::string message;
+    {
+        const LibraryMessages::Trap trap(messages_);
+        if (header_.integerMax > 0) {
+            // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded. They
+            // are fetched in their own type, which OpenImageIO hands over unchanged.
+            std::vector<std::uint16_t>& stored = words_;
+            stored.assign(count, 0);
+            bool fetched = false;
+            if (header_.integerMax == 255) {
+                bytes_.assign(count, 0);
+                fetched = buffer.get_pixels(area, OIIO::TypeDesc::UINT8, bytes_.data());
+                std::copy(bytes_.begin(), bytes_.end(), stored.begin());
+            } else {
+                fetched = buffer.get_pixels(area, OIIO::TypeDesc::UINT16, stored.data());
+            }
+            if (fetched) {
+                const auto scale = static_cast<float>(header_.integerMax);
+                for (std::size_t c = 0; c < count; ++c) {
+                    // Formats of 9 to 15 bits come in 16-bit words that repeat their top
+                    // bits; the stored code is the word scaled back.
+                    const double code =
+                        header_.integerMax == 255 || header_.integerMax == 65535
+                            ? stored[c]
+                            : std::round(stored[c] * static_cast<double>(header_.integerMax) /
+                                         65535.0);
+                    values[c] = static_cast<float>(code) / scale;
+                }
+            }
+        } else {
+            (void)buffer.get_pixels(area, OIIO::TypeDesc::FLOAT, values.data());
+        }
+        if (buffer.has_error()) {
+            message = FirstLine(buffer.geterror());
+            (void)OIIO::geterror();
+        }
+    }
+    if (!message.empty()) {
+        throw BadRequest(WithLibraryWords("cannot read the pixels of '" + path_ + "': " + message,
+                                          messages_.Take()));
+    }
+}
+
+bool ReportProgress(void* opaque, float done) {
+    const auto& progress = *static_cast<const std::function<void(double)>*>(opaque);
+    if (progress) {
+        progress(static_cast<double>(done));
+    }
+    return false; // never cancelled
+}
+
+void OiioImageFile::ReadAllPixels(const std::function<void(double)>& progress) {
+    std::string message;
+    {
+        const LibraryMessages::Trap trap(messages_);
+        auto callback = progress;
+        if (!cached_.buffer->read(0, 0, /*force=*/true, OIIO::TypeDesc::UNKNOWN, &ReportProgress,
+                                  &callback)) {
+            message = FirstLine(cached_.buffer->geterror());
+            (void)OIIO::geterror();
+        }
+    }
+    if (!message.empty()) {
+        throw BadRequest(WithLibraryWords("cannot read the pixels of '" + path_ + "': " + message,
+                                          messages_.Take()));
+    }
+    if (progress) {
+        progress(1.0);
+    }
+}
+
+} // namespace
+
+} // namespace qzhost::pixelview
+
+extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path) {
+    return new qzhost::pixelview::OiioImageFile(path);
+}
