@@ -1,9 +1,11 @@
-// Loads the image reader module the first time an image is opened, from the program's
-// own folder (the build and the installation keep it beside the programs), and opens
-// images through its entry. The module stays loaded until the process ends: the image
-// files that it made, and the exceptions that it threw, use its code.
+// Loads the image reader module the first time an image is opened, from the folder of the
+// program that holds this code (the build and the installation keep it beside the
+// programs), and opens images through its entry. The module stays loaded until the
+// process ends: the image files that it made, and the exceptions that it threw, use its
+// code.
 #include <dlfcn.h>
 
+#include <filesystem>
 #include <mutex>
 #include <string>
 
@@ -16,9 +18,23 @@ namespace {
 
 using OpenEntry = ImageFile* (*)(const std::string&);
 
+/// The folder of the program (or library) whose code this is: dladdr names the file of
+/// the object that holds an address.
+std::string OwnFolder() {
+    Dl_info info{};
+    if (::dladdr(reinterpret_cast<void*>(&OwnFolder), &info) == 0 || info.dli_fname == nullptr) {
+        return {};
+    }
+    return std::filesystem::path(info.dli_fname).parent_path().string();
+}
+
 OpenEntry LoadModule() {
-    // Found through the program's run path ($ORIGIN), as the host runtime is.
-    void* module = ::dlopen(QZ_IMAGEIO_MODULE, RTLD_NOW | RTLD_LOCAL);
+    // Loaded by its full name beside the program: a file name alone would be looked up in
+    // the run path of the caller of dlopen, which under a sanitizer is the sanitizer's
+    // own library.
+    const std::string folder = OwnFolder();
+    const std::string path = folder.empty() ? QZ_IMAGEIO_MODULE : folder + "/" QZ_IMAGEIO_MODULE;
+    void* module = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (module == nullptr) {
         const char* why = ::dlerror();
         throw HostFailed(
