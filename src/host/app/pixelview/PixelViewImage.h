@@ -72,7 +72,7 @@ public:
 private:
     std::string path_;
     std::unique_ptr<ImageFile> file_;
-    ImageFileHeader header_;
+    const ImageFileHeader& header_; // the file's own, read once when it opened
     // The channel values of one pixel, their storage kept from one pixel to the next.
     mutable std::vector<float> values_;
 };

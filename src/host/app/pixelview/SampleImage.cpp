@@ -3,14 +3,16 @@
 #include <filesystem>
 #include <system_error>
 
+#include "qzhost/PluginLoader.h"
+
 namespace qzhost::pixelview {
 
 std::string DefaultSampleImage() {
     namespace fs = std::filesystem;
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    if (!error) {
-        const fs::path beside = program.parent_path() / "samples" / kSampleChart;
+    const std::string folder = ProgramFolder();
+    if (!folder.empty()) {
+        const fs::path beside = fs::path(folder) / "samples" / kSampleChart;
+        std::error_code error;
         if (fs::is_regular_file(beside, error)) {
             return beside.string();
         }

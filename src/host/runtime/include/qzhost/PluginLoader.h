@@ -45,6 +45,10 @@ private:
     QZGP_PluginEntryFunc entry_ = nullptr;
 };
 
+/// The folder of the running executable, or "" when it cannot be told: the build and the
+/// installation keep the plug-in, the image reader module and the samples beside it.
+QZ_HOST_API std::string ProgramFolder();
+
 /// The Info palette library of this build: beside the running executable.
 QZ_HOST_API std::string DefaultPluginPath();
 

@@ -126,13 +126,15 @@ LoadedPlugin::~LoadedPlugin() {
     }
 }
 
-std::string DefaultPluginPath() {
+std::string ProgramFolder() {
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) {
-        return "InfoPal.so";
-    }
-    return (self.parent_path() / "InfoPal.so").string();
+    return error ? std::string() : self.parent_path().string();
+}
+
+std::string DefaultPluginPath() {
+    const std::string folder = ProgramFolder();
+    return folder.empty() ? "InfoPal.so" : (std::filesystem::path(folder) / "InfoPal.so").string();
 }
 
 } // namespace qzhost
