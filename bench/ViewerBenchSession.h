@@ -15,10 +15,10 @@
 #include <QCoreApplication>
 #include <QWindow>
 
-#include "DockWorkspace.h"
-#include "PanelWidget.h"
 #include "TempFolder.h"
-#include "ViewerSession.h"
+#include "app/ViewerSession.h"
+#include "docks/DockWorkspace.h"
+#include "docks/PanelWidget.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
 

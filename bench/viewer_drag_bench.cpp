@@ -21,13 +21,13 @@
 #include <QMouseEvent>
 #include <QWindow>
 
-#include "CanvasView.h"
-#include "DockWorkspace.h"
-#include "LayerPropertiesPanel.h"
-#include "PanelWidget.h"
 #include "TempFolder.h"
 #include "ViewerBenchSession.h"
-#include "ViewerSession.h"
+#include "app/ViewerSession.h"
+#include "canvas/CanvasView.h"
+#include "docks/DockWorkspace.h"
+#include "docks/LayerPropertiesPanel.h"
+#include "docks/PanelWidget.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
 

@@ -20,12 +20,12 @@
 #include <QWindow>
 
 #include "BuildPaths.h"
-#include "CanvasView.h"
-#include "DockWorkspace.h"
-#include "PanelWidget.h"
 #include "TempFolder.h"
 #include "ViewerBenchSession.h"
-#include "ViewerSession.h"
+#include "app/ViewerSession.h"
+#include "canvas/CanvasView.h"
+#include "docks/DockWorkspace.h"
+#include "docks/PanelWidget.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
 

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "CanvasMapping.h"
+#include "canvas/CanvasMapping.h"
 
 namespace {
 

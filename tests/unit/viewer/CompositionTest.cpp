@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "Composition.h"
+#include "composition/Composition.h"
 
 namespace qzviewtest {
 namespace {

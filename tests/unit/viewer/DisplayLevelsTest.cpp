@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "DisplayImage.h"
+#include "canvas/DisplayImage.h"
 
 namespace qzviewtest {
 namespace {

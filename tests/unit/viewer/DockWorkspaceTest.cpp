@@ -8,10 +8,10 @@
 #include <QDockWidget>
 #include <QMenu>
 
-#include "DockTitleBar.h"
-#include "DockWorkspace.h"
-#include "PanelWidget.h"
 #include "ViewerHarness.h"
+#include "docks/DockTitleBar.h"
+#include "docks/DockWorkspace.h"
+#include "docks/PanelWidget.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 #include "qzhost/PanelRenderer.h"
 #include "qzhost/WorkspaceModel.h"

@@ -2,9 +2,9 @@
 // frame, the latest, and is repainted at most once for it.
 #include <QApplication>
 
-#include "DockWorkspace.h"
-#include "PanelWidget.h"
 #include "ViewerHarness.h"
+#include "docks/DockWorkspace.h"
+#include "docks/PanelWidget.h"
 #include "script/ScriptSession.h"
 
 namespace qzviewtest {

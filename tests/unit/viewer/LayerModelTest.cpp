@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "LayerDrag.h"
+#include "editing/LayerDrag.h"
 
 namespace qzviewtest {
 namespace {

@@ -13,10 +13,10 @@
 #include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/imagebufalgo.h>
 
-#include "DockWorkspace.h"
-#include "LayerPropertiesPanel.h"
-#include "ScrubNumber.h"
 #include "ViewerHarness.h"
+#include "docks/DockWorkspace.h"
+#include "docks/LayerPropertiesPanel.h"
+#include "docks/ScrubNumber.h"
 #include "qzhost/WorkspaceModel.h"
 #include "script/ScriptSession.h"
 

@@ -14,9 +14,9 @@
 #include <QApplication>
 #include <QMouseEvent>
 
-#include "CanvasView.h"
 #include "TempFolder.h"
-#include "ViewerSession.h"
+#include "app/ViewerSession.h"
+#include "canvas/CanvasView.h"
 #include "qzhost/HostControls.h"
 #include "script/Json.h"
 

@@ -12,9 +12,9 @@
 #include <QObject>
 #include <QUndoStack>
 
-#include "Composition.h"
 #include "LayerDrag.h"
 #include "PropertyReadout.h"
+#include "composition/Composition.h"
 
 namespace qzview {
 

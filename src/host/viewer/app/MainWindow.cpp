@@ -21,12 +21,12 @@
 #include <QSignalBlocker>
 #include <QToolBar>
 
-#include "CanvasView.h"
-#include "DockLayout.h"
-#include "DockWorkspace.h"
-#include "EventLog.h"
-#include "LayerPropertiesPanel.h"
-#include "PanelWidget.h"
+#include "canvas/CanvasView.h"
+#include "docks/DockLayout.h"
+#include "docks/DockWorkspace.h"
+#include "docks/LayerPropertiesPanel.h"
+#include "docks/PanelWidget.h"
+#include "log/EventLog.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 #include "qzhost/HostControls.h"
 #include "qzhost/MainLoop.h"

@@ -5,8 +5,8 @@
 // pointer, so dragging round twice gives 720 degrees, not 0.
 #pragma once
 
-#include "CanvasMapping.h"
-#include "Layer.h"
+#include "canvas/CanvasMapping.h"
+#include "composition/Layer.h"
 
 namespace qzview {
 

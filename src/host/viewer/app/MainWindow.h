@@ -15,11 +15,11 @@
 #include <QMainWindow>
 #include <QTimer>
 
-#include "CanvasMapping.h"
-#include "Composition.h"
-#include "DisplayImage.h"
-#include "LayerEditor.h"
-#include "PropertyReadout.h"
+#include "canvas/CanvasMapping.h"
+#include "canvas/DisplayImage.h"
+#include "composition/Composition.h"
+#include "editing/LayerEditor.h"
+#include "editing/PropertyReadout.h"
 #include "pixelview/PixelViewHost.h"
 
 class QAction;

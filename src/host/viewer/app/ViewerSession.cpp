@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "CanvasView.h"
+#include "canvas/CanvasView.h"
 #include "pixelview/PixelViewError.h"
 #include "qzhost/HostControls.h"
 

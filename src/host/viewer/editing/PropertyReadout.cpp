@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "EventLog.h"
 #include "host/KVB_StreamIDPath.h"
 #include "host/PXM_Layer.h"
+#include "log/EventLog.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 
 namespace qzview {

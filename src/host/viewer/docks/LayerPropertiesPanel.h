@@ -10,7 +10,7 @@
 
 #include <QWidget>
 
-#include "Layer.h"
+#include "composition/Layer.h"
 
 class QCheckBox;
 class QGridLayout;

@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-#include "Layer.h"
+#include "composition/Layer.h"
 
 struct QZ_InfoPaletteSuite2;
 

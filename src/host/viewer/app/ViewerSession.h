@@ -5,10 +5,10 @@
 
 #include <memory>
 
-#include "EventLog.h"
-#include "LayerImage.h"
 #include "MainWindow.h"
 #include "ViewerOptions.h"
+#include "composition/LayerImage.h"
+#include "log/EventLog.h"
 #include "pixelview/PixelViewHost.h"
 
 namespace qzview {

@@ -8,7 +8,7 @@
 
 #include <QUndoCommand>
 
-#include "Layer.h"
+#include "composition/Layer.h"
 
 namespace qzview {
 
