@@ -47,12 +47,13 @@ def magick_command():
     return [need("magick")] if shutil.which("magick") else [need("convert")]
 
 
-def start_xvfb(workdir):
-    """Starts Xvfb on a display number of its own choosing; returns (process, display)."""
+def start_xvfb(workdir, screen="1280x800x24"):
+    """Starts Xvfb, its screen WxHxDepth `screen`, on a display number of its own choosing;
+    returns (process, display)."""
     read_end, write_end = os.pipe()
     log = open(os.path.join(workdir, "xvfb.log"), "wb")
     process = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24",
+        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen,
          "-nolisten", "tcp", "-noreset"],
         pass_fds=(write_end,), stdin=subprocess.DEVNULL, stdout=log, stderr=log)
     os.close(write_end)
