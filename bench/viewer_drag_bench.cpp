@@ -38,25 +38,17 @@ constexpr int kHeight = 512;
 
 /// A float layer with a colour ramp across and down, half transparent at the right.
 qzview::LayerImage MakeLayer() {
-    qzview::LayerImage image;
-    image.name = "ramp.exr";
-    image.path = image.name;
-    image.format = "openexr";
-    image.channelType = "float";
-    image.width = kWidth;
-    image.height = kHeight;
-    image.depth = 2;
-    image.rgba.resize(static_cast<std::size_t>(kWidth) * kHeight * 4);
+    std::vector<float> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
     for (int y = 0; y < kHeight; ++y) {
         for (int x = 0; x < kWidth; ++x) {
-            float* p = image.rgba.data() + (static_cast<std::size_t>(y) * kWidth + x) * 4;
+            float* p = rgba.data() + (static_cast<std::size_t>(y) * kWidth + x) * 4;
             p[0] = static_cast<float>(x) / kWidth * 2.0f;
             p[1] = static_cast<float>(y) / kHeight;
             p[2] = 0.25f;
             p[3] = x < kWidth / 2 ? 1.0f : 0.5f;
         }
     }
-    return image;
+    return qzview::FloatImage("ramp.exr", kWidth, kHeight, rgba);
 }
 
 class DragFixture : public ViewerBenchSession {

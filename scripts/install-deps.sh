@@ -8,7 +8,7 @@ packages=(
   libboost-dev libicu-dev libcairo2-dev libpango1.0-dev librsvg2-dev libpugixml-dev
   liblcms2-dev libcli11-dev nlohmann-json3-dev fonts-dejavu-core
   libgtest-dev libgmock-dev googletest libbenchmark-dev binutils
-  libopenimageio-dev openimageio-tools python3
+  libopenimageio-dev libimath-dev openimageio-tools python3
   qt6-base-dev libgl-dev xvfb xauth xdotool imagemagick x11-utils
 )
 

@@ -1,88 +1,234 @@
-// The composite of turned layers: a layer that is moved by whole pixels after it was
-// warped reuses its warped pixels, and those are the warp at the new place.
+// The composite that the Info palette reads: every pixel, computed on its own from the
+// layers' pixels, equals bit for bit the same pixel of a full-resolution composite made
+// here with OpenImageIO (premult, mask and opacity, warp with the triangle filter or a
+// paste on whole pixels, over, unpremult), whatever the layers' transforms.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
+#include <random>
+
+#include <OpenImageIO/imagebufalgo.h>
 
 #include "composition/Composition.h"
 
 namespace qzviewtest {
 namespace {
 
-/// A 64 x 48 layer with colour ramps and an alpha that falls to the right.
-qzview::LayerImage Ramp() {
-    qzview::LayerImage image;
-    image.name = "ramp";
-    image.width = 64;
-    image.height = 48;
-    image.depth = 2;
-    for (int y = 0; y < image.height; ++y) {
-        for (int x = 0; x < image.width; ++x) {
-            image.rgba.insert(
-                image.rgba.end(),
-                {x / 63.0f, y / 47.0f, std::sin(x * 0.3f) * 0.5f + 0.5f, 1.0f - x / 127.0f});
+/// A `width` x `height` layer of smooth ramps, a little noise and an alpha that varies.
+qzview::LayerImage Plate(const char* name, int width, int height, unsigned seed) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> noise(-0.05f, 0.05f);
+    std::vector<float> rgba;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            rgba.insert(rgba.end(),
+                        {static_cast<float>(x) / static_cast<float>(width) + noise(random),
+                         static_cast<float>(y) / static_cast<float>(height),
+                         std::sin(static_cast<float>(x + y) * 0.2f) * 0.5f + 0.5f,
+                         std::clamp(0.35f + 0.6f * static_cast<float>((x * 7 + y * 3) % 11) / 10.0f,
+                                    0.0f, 1.0f)});
         }
     }
-    return image;
+    return qzview::FloatImage(name, width, height, rgba);
 }
 
-void Turn(qzview::Composition& composition, double x, double y) {
-    const qzview::Layer& layer = composition.Layers().front();
-    qzview::LayerValues values = layer.values;
-    values.rotation = 30;
-    values.scale = {90, 110, 100};
-    values.position = {x, y, 0};
-    composition.SetValues(layer.id, values);
-    composition.Render();
+OIIO::ImageSpec Rgba(int width, int height) {
+    OIIO::ImageSpec spec(width, height, 4, OIIO::TypeDesc::FLOAT);
+    spec.alpha_channel = 3;
+    return spec;
 }
 
-TEST(CompositionTest, ATurnedLayerMovedByWholePixelsIsTheWarpAtItsNewPlace) {
-    qzview::Composition dragged;
-    dragged.AddImage(Ramp());
-    Turn(dragged, 30.25, 22.5);
-    const std::vector<float> before = dragged.Pixels();
-    // The first move warps the layer a margin beyond the composition; the next ones paste
-    // those pixels.
-    Turn(dragged, 31.25, 22.5);
-    const int warps = dragged.Warps();
-    Turn(dragged, 33.25, 20.5);
-    EXPECT_EQ(dragged.Warps(), warps) << "the kept warp was pasted";
-    qzview::Composition fresh;
-    fresh.AddImage(Ramp());
-    Turn(fresh, 33.25, 20.5);
-    ASSERT_EQ(dragged.Pixels().size(), fresh.Pixels().size());
-    std::size_t moved = 0;
-    for (std::size_t i = 0; i < fresh.Pixels().size(); ++i) {
-        // The same samples; only the float rounding of the inverse transform may differ.
-        ASSERT_NEAR(dragged.Pixels()[i], fresh.Pixels()[i], 1e-5f) << "value " << i;
-        moved += std::abs(before[i] - fresh.Pixels()[i]) > 1e-3f ? 1 : 0;
+/// One layer placed into a composition-sized buffer, colour multiplied by alpha, the mask
+/// and the opacity: pasted when its transform moves it by whole pixels, warped otherwise.
+OIIO::ImageBuf Placed(const qzview::Layer& layer, int width, int height) {
+    const qzview::LayerImage& image = *layer.image;
+    OIIO::ImageBuf source(Rgba(image.width, image.height));
+    for (int y = 0; y < image.height; ++y) {
+        for (int x = 0; x < image.width; ++x) {
+            const auto p = image.WorkingPixel(x, y);
+            source.setpixel(x, y, p.data());
+        }
     }
-    EXPECT_GT(moved, 1000u) << "the layer did move";
-    // Moved by a fraction of a pixel, the layer is warped anew.
-    Turn(dragged, 33.75, 20.5);
-    EXPECT_EQ(dragged.Warps(), warps + 1);
-    Turn(fresh, 33.75, 20.5);
-    for (std::size_t i = 0; i < fresh.Pixels().size(); ++i) {
-        ASSERT_NEAR(dragged.Pixels()[i], fresh.Pixels()[i], 1e-5f) << "value " << i;
+    OIIO::ImageBuf prepared;
+    EXPECT_TRUE(OIIO::ImageBufAlgo::premult(prepared, source));
+    const float opacity = static_cast<float>(std::clamp(layer.values.opacity / 100.0, 0.0, 1.0));
+    if (opacity != 1.0f || layer.values.mask) {
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                float p[4];
+                prepared.getpixel(x, y, p);
+                const float k =
+                    opacity *
+                    (layer.values.mask ? qzview::MaskCoverage(*layer.values.mask, x, y) : 1.0f);
+                for (float& c : p) {
+                    c *= k;
+                }
+                prepared.setpixel(x, y, p);
+            }
+        }
     }
-    Turn(dragged, 3.25, 2.5);
-    Turn(fresh, 3.25, 2.5);
-    for (std::size_t i = 0; i < fresh.Pixels().size(); ++i) {
-        ASSERT_NEAR(dragged.Pixels()[i], fresh.Pixels()[i], 1e-5f) << "value " << i;
+    OIIO::ImageBuf placed(Rgba(width, height));
+    OIIO::ImageBufAlgo::zero(placed);
+    const qzview::Affine m = qzview::LayerToComposition(layer);
+    if (m.IsIntegerTranslation()) {
+        EXPECT_TRUE(OIIO::ImageBufAlgo::paste(placed, static_cast<int>(m.e), static_cast<int>(m.f),
+                                              0, 0, prepared));
+        return placed;
     }
+    const float matrix[3][3] = {
+        {static_cast<float>(m.a), static_cast<float>(m.b), 0.0f},
+        {static_cast<float>(m.c), static_cast<float>(m.d), 0.0f},
+        {static_cast<float>(m.e), static_cast<float>(m.f), 1.0f},
+    };
+    EXPECT_TRUE(OIIO::ImageBufAlgo::warp(placed, prepared, matrix, "triangle", 0.0f, false,
+                                         OIIO::ImageBuf::WrapBlack));
+    return placed;
 }
 
-TEST(CompositionTest, AChangedOpacityIsNotHiddenByTheKeptWarp) {
+/// The full composite, straight, made with the image library alone.
+OIIO::ImageBuf Reference(const qzview::Composition& composition) {
+    const int w = composition.Width();
+    const int h = composition.Height();
+    OIIO::ImageBuf result(Rgba(w, h));
+    OIIO::ImageBufAlgo::zero(result);
+    bool first = true;
+    for (const qzview::Layer& layer : composition.Layers()) {
+        if (!layer.Drawn()) {
+            continue;
+        }
+        OIIO::ImageBuf placed = Placed(layer, w, h);
+        if (first) {
+            result = placed;
+            first = false;
+            continue;
+        }
+        OIIO::ImageBuf merged;
+        EXPECT_TRUE(OIIO::ImageBufAlgo::over(merged, placed, result));
+        result = merged;
+    }
+    OIIO::ImageBuf straight;
+    EXPECT_TRUE(OIIO::ImageBufAlgo::unpremult(straight, result));
+    return straight;
+}
+
+/// Bit for bit (a NaN equal to a NaN of the same bits).
+bool Same(float a, float b) {
+    return std::memcmp(&a, &b, sizeof a) == 0 || (a == b);
+}
+
+void ExpectEveryPixelExact(const qzview::Composition& composition, const char* what) {
+    const OIIO::ImageBuf reference = Reference(composition);
+    int wrong = 0;
+    for (int y = 0; y < composition.Height(); ++y) {
+        for (int x = 0; x < composition.Width(); ++x) {
+            float want[4];
+            reference.getpixel(x, y, want);
+            const qzview::WorkingPixel got = composition.PixelAt(x, y);
+            for (int c = 0; c < 4; ++c) {
+                if (!Same(got[static_cast<std::size_t>(c)], want[c]) && ++wrong <= 5) {
+                    ADD_FAILURE() << what << ": pixel " << x << "," << y << " channel " << c
+                                  << " is " << got[static_cast<std::size_t>(c)] << ", the full "
+                                  << "composite has " << want[c];
+                }
+            }
+        }
+    }
+    EXPECT_EQ(wrong, 0) << what;
+}
+
+/// Three layers over a 160 x 120 composition: a plate, one with a mask and less opacity,
+/// and one on top that is turned, scaled and moved through the cases.
+class CompositionExactness : public ::testing::Test {
+protected:
+    void SetUp() override {
+        composition.AddImage(Plate("a", 160, 120, 1));
+        const int b = composition.AddImage(Plate("b", 100, 70, 2));
+        top = composition.AddImage(Plate("c", 90, 60, 3));
+        qzview::LayerValues values = composition.Find(b)->values;
+        values.opacity = 70;
+        values.mask = qzview::RectMask{10, 8, 60, 40, 90, 6, 2};
+        values.position = {70.25, 50.5, 0};
+        composition.SetValues(b, values);
+    }
+
+    void Place(double x, double y, double rotation, double sx, double sy) {
+        qzview::LayerValues values = composition.Find(top)->values;
+        values.position = {x, y, 0};
+        values.rotation = rotation;
+        values.scale = {sx, sy, 100};
+        composition.SetValues(top, values);
+    }
+
     qzview::Composition composition;
-    composition.AddImage(Ramp());
-    Turn(composition, 30.25, 22.5);
-    const float alpha = composition.PixelAt(32, 24)[3];
-    qzview::LayerValues values = composition.Layers().front().values;
-    values.opacity = 50;
-    values.position = {31.25, 22.5, 0};
-    composition.SetValues(composition.Layers().front().id, values);
-    composition.Render();
-    EXPECT_NEAR(composition.PixelAt(33, 24)[3], alpha * 0.5f, 1e-5f);
+    int top = 0;
+};
+
+TEST_F(CompositionExactness, MovedByWholePixels) {
+    Place(100, 70, 0, 100, 100);
+    ExpectEveryPixelExact(composition, "moved by whole pixels");
+}
+
+TEST_F(CompositionExactness, MovedByFractionsOfAPixel) {
+    Place(100.37, 69.81, 0, 100, 100);
+    ExpectEveryPixelExact(composition, "moved by fractions");
+}
+
+TEST_F(CompositionExactness, Rotated) {
+    for (const double angle : {7.5, 45.0, 90.0, 213.0}) {
+        Place(83.2, 61.7, angle, 100, 100);
+        ExpectEveryPixelExact(composition, "rotated");
+    }
+}
+
+TEST_F(CompositionExactness, ScaledDownAndUp) {
+    Place(80, 60, 12, 37, 45);
+    ExpectEveryPixelExact(composition, "scaled down");
+    Place(80.5, 60.25, -20, 250, 180);
+    ExpectEveryPixelExact(composition, "scaled up");
+}
+
+TEST_F(CompositionExactness, LayersBeyondTheEdges) {
+    Place(-10.3, 118.6, 33, 140, 100);
+    ExpectEveryPixelExact(composition, "beyond the edges");
+}
+
+TEST(CompositionTest, ALoneLayerOnWholePixelsShowsItsOwnValues) {
+    qzview::Composition composition;
+    const qzview::LayerImage plate = Plate("a", 40, 30, 4);
+    composition.AddImage(plate);
+    for (int y = 0; y < 30; ++y) {
+        for (int x = 0; x < 40; ++x) {
+            EXPECT_EQ(composition.PixelAt(x, y), plate.WorkingPixel(x, y));
+        }
+    }
+    EXPECT_EQ(composition.PixelAt(-1, 0), (qzview::WorkingPixel{0, 0, 0, 0}));
+    EXPECT_EQ(composition.PixelAt(40, 0), (qzview::WorkingPixel{0, 0, 0, 0}));
+}
+
+TEST(CompositionTest, ARegionIsItsPixelsOneByOne) {
+    qzview::Composition composition;
+    composition.AddImage(Plate("a", 150, 100, 5));
+    const int top = composition.AddImage(Plate("b", 80, 80, 6));
+    qzview::LayerValues values = composition.Find(top)->values;
+    values.rotation = 31;
+    values.scale = {64, 130, 100};
+    composition.SetValues(top, values);
+    const auto snapshot = composition.Snapshot();
+    const qzview::PixelRect region{3, 5, 147, 96};
+    std::vector<float> out(static_cast<std::size_t>(region.Width()) * region.Height() * 4);
+    qzview::CompositeScratch scratch;
+    qzview::CompositeRegion(*snapshot, region, qzview::AlphaForm::Straight, out.data(), scratch);
+    for (int y = region.y0; y < region.y1; ++y) {
+        for (int x = region.x0; x < region.x1; ++x) {
+            const float* p =
+                out.data() + (static_cast<std::size_t>(y - region.y0) * region.Width() +
+                              static_cast<std::size_t>(x - region.x0)) *
+                                 4;
+            const qzview::WorkingPixel one = composition.PixelAt(x, y);
+            ASSERT_EQ(qzview::WorkingPixel({p[0], p[1], p[2], p[3]}), one) << x << "," << y;
+        }
+    }
 }
 
 } // namespace

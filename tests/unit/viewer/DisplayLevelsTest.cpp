@@ -37,8 +37,8 @@ TEST(DisplayLevelsTest, EveryValueShowsTheLevelOfTheTransferAtEveryExposure) {
         qzview::DisplaySettings settings;
         settings.linear = linear;
         settings.exposure = exposure;
-        std::vector<std::uint32_t> shown;
-        qzview::ToDisplay(pixels, values.size(), settings, nullptr, shown);
+        std::vector<std::uint32_t> shown(values.size());
+        qzview::ToDisplay(pixels.data(), values.size(), settings, nullptr, shown.data());
         for (std::size_t i = 0; i < values.size(); ++i) {
             const std::uint32_t want = qzview::DisplayLevel(values[i], settings);
             ASSERT_EQ(shown[i] & 0xFF, want) << "value " << values[i] << " exposure " << exposure;
@@ -57,8 +57,9 @@ TEST(DisplayLevelsTest, AlphaIsClampedAndRoundedHalfAwayFromZero) {
     for (float alpha : alphas) {
         pixels.insert(pixels.end(), {0.5f, 0.5f, 0.5f, alpha});
     }
-    std::vector<std::uint32_t> shown;
-    qzview::ToDisplay(pixels, alphas.size(), qzview::DisplaySettings{}, nullptr, shown);
+    std::vector<std::uint32_t> shown(alphas.size());
+    qzview::ToDisplay(pixels.data(), alphas.size(), qzview::DisplaySettings{}, nullptr,
+                      shown.data());
     for (std::size_t i = 0; i < alphas.size(); ++i) {
         const float clamped = std::isnan(alphas[i]) ? 0.0f : std::clamp(alphas[i], 0.0f, 1.0f);
         ASSERT_EQ(shown[i] >> 24, static_cast<std::uint32_t>(std::lround(clamped * 255.0f)))

@@ -47,7 +47,7 @@ TEST_F(PointerReadoutTest, PanelShowsThePixelUnderThePointerAtEveryZoom) {
     Window().Editor().Select(0);
     for (double zoom : {0.5, 1.0, 2.0, 3.0, 8.0}) {
         Canvas().ZoomTo(zoom);
-        Settle();
+        ASSERT_TRUE(SettleExact());
         const int ox = Canvas().Mapping().OriginX();
         const int oy = Canvas().Mapping().OriginY();
         ASSERT_EQ(Canvas().Mapping().Zoom(), zoom);

@@ -4,6 +4,9 @@
 // a violation of its contract during it.
 #pragma once
 
+#include <chrono>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -51,6 +54,19 @@ protected:
         }
         Window().RunFrame();
         QApplication::processEvents();
+    }
+
+    /// Settles, then waits (up to ten seconds) until the canvas shows the exact view
+    /// instead of its preview.
+    bool SettleExact() {
+        Settle();
+        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (Canvas().ShowingPreview() && std::chrono::steady_clock::now() < until) {
+            QApplication::processEvents(QEventLoop::AllEvents, 5);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        QApplication::processEvents();
+        return !Canvas().ShowingPreview();
     }
 
     /// Moves the pointer to canvas pixel `x`, `y` and lets the frame run.

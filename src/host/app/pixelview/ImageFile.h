@@ -13,6 +13,11 @@
 
 namespace qzhost::pixelview {
 
+/// How an image's samples are kept when it is held in memory in its own type: the codes
+/// of an unsigned integer image (8-bit, or up to 16 bits in 16-bit words), or half or full
+/// floats.
+enum class SampleKind : std::uint8_t { Code8, Code16, Half, Float };
+
 /// What the host reads from an image's header.
 struct ImageFileHeader {
     /// The pixel rectangle (the data window): columns x0 to x0 + width - 1, rows y0 to
@@ -39,6 +44,8 @@ struct ImageFileHeader {
     /// The largest code of an image of unsigned integers of up to 16 bits (255, 1023,
     /// 65535...); 0 for other images, whose values are read as floats.
     std::uint32_t integerMax = 0;
+    /// The type in which ReadSamples gives the pixels.
+    SampleKind samples = SampleKind::Float;
 };
 
 class ImageFile {
@@ -52,6 +59,11 @@ public:
     /// k / (2^n - 1). Throws BadRequest when the pixels cannot be read.
     virtual void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) = 0;
 
+    /// The samples of the pixels of columns x0..x1-1, rows y0..y1-1 (channels of a pixel
+    /// together, pixels in rows) into `out`, in the header's sample kind: codes k whose
+    /// value is k / integerMax, or half or full floats that are the values. Throws
+    /// BadRequest when the pixels cannot be read.
+    virtual void ReadSamples(int x0, int x1, int y0, int y1, void* out) = 0;
     /// Reads every pixel into memory at once, calling `progress` with the share done (0
     /// to 1). Throws BadRequest when it cannot.
     virtual void ReadAllPixels(const std::function<void(double)>& progress) = 0;

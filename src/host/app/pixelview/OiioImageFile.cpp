@@ -135,6 +135,13 @@ public:
 
     const ImageFileHeader& Header() const noexcept override { return header_; }
     void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) override;
+    void ReadSamples(int x0, int x1, int y0, int y1, void* out) override;
+
+private:
+    /// The samples as ReadSamples gives them, but half floats as `floats` asks.
+    void Fetch(int x0, int x1, int y0, int y1, bool floats, void* out);
+
+public:
     void ReadAllPixels(const std::function<void(double)>& progress) override;
 
 private:
@@ -220,6 +227,14 @@ OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
     } else if (same_integers && header.format == OIIO::TypeDesc::UINT16) {
         header_.integerMax = (1u << bits) - 1u;
     }
+    bool all_half = floating;
+    for (int c = 0; c < header.nchannels; ++c) {
+        all_half = all_half && header.channelformat(c) == OIIO::TypeDesc::HALF;
+    }
+    header_.samples = header_.integerMax == 255 ? SampleKind::Code8
+                      : header_.integerMax > 0  ? SampleKind::Code16
+                      : all_half                ? SampleKind::Half
+                                                : SampleKind::Float;
     header_.channelType = ChannelTypeText(widest, bits);
     for (int c = 0; c < header.nchannels; ++c) {
         if (c > 0) {
@@ -253,44 +268,44 @@ OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
     }
 }
 
-void OiioImageFile::ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) {
-    const auto channels = static_cast<std::size_t>(header_.channels);
-    const auto count =
-        channels * static_cast<std::size_t>(x1 - x0) * static_cast<std::size_t>(y1 - y0);
-    values.assign(count, 0.0f);
+void OiioImageFile::ReadSamples(int x0, int x1, int y0, int y1, void* out) {
+    Fetch(x0, x1, y0, y1, false, out);
+}
+
+void OiioImageFile::Fetch(int x0, int x1, int y0, int y1, bool floats, void* out) {
+    const auto count = static_cast<std::size_t>(header_.channels) *
+                       static_cast<std::size_t>(x1 - x0) * static_cast<std::size_t>(y1 - y0);
     const OIIO::ImageBuf& buffer = *cached_.buffer;
     const OIIO::ROI area(x0, x1, y0, y1, 0, 1, 0, header_.channels);
     std::string message;
     {
         const LibraryMessages::Trap trap(messages_);
-        if (header_.integerMax > 0) {
-            // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded. They
-            // are fetched in their own type, which OpenImageIO hands over unchanged.
-            std::vector<std::uint16_t>& stored = words_;
-            stored.assign(count, 0);
-            bool fetched = false;
-            if (header_.integerMax == 255) {
-                bytes_.assign(count, 0);
-                fetched = buffer.get_pixels(area, OIIO::TypeDesc::UINT8, bytes_.data());
-                std::copy(bytes_.begin(), bytes_.end(), stored.begin());
-            } else {
-                fetched = buffer.get_pixels(area, OIIO::TypeDesc::UINT16, stored.data());
-            }
-            if (fetched) {
-                const auto scale = static_cast<float>(header_.integerMax);
+        // Integer codes are fetched in their own type, which OpenImageIO hands over
+        // unchanged.
+        switch (header_.samples) {
+        case SampleKind::Code8:
+            (void)buffer.get_pixels(area, OIIO::TypeDesc::UINT8, out);
+            break;
+        case SampleKind::Code16: {
+            auto* words = static_cast<std::uint16_t*>(out);
+            if (buffer.get_pixels(area, OIIO::TypeDesc::UINT16, words) &&
+                header_.integerMax != 65535) {
+                // Formats of 9 to 15 bits come in 16-bit words that repeat their top
+                // bits; the stored code is the word scaled back.
                 for (std::size_t c = 0; c < count; ++c) {
-                    // Formats of 9 to 15 bits come in 16-bit words that repeat their top
-                    // bits; the stored code is the word scaled back.
-                    const double code =
-                        header_.integerMax == 255 || header_.integerMax == 65535
-                            ? stored[c]
-                            : std::round(stored[c] * static_cast<double>(header_.integerMax) /
-                                         65535.0);
-                    values[c] = static_cast<float>(code) / scale;
+                    words[c] = static_cast<std::uint16_t>(
+                        std::round(words[c] * static_cast<double>(header_.integerMax) / 65535.0));
                 }
             }
-        } else {
-            (void)buffer.get_pixels(area, OIIO::TypeDesc::FLOAT, values.data());
+            break;
+        }
+        case SampleKind::Half:
+            (void)buffer.get_pixels(area, floats ? OIIO::TypeDesc::FLOAT : OIIO::TypeDesc::HALF,
+                                    out);
+            break;
+        case SampleKind::Float:
+            (void)buffer.get_pixels(area, OIIO::TypeDesc::FLOAT, out);
+            break;
         }
         if (buffer.has_error()) {
             message = FirstLine(buffer.geterror());
@@ -300,6 +315,31 @@ void OiioImageFile::ReadValues(int x0, int x1, int y0, int y1, std::vector<float
     if (!message.empty()) {
         throw BadRequest(WithLibraryWords("cannot read the pixels of '" + path_ + "': " + message,
                                           messages_.Take()));
+    }
+}
+
+void OiioImageFile::ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) {
+    const auto count = static_cast<std::size_t>(header_.channels) *
+                       static_cast<std::size_t>(x1 - x0) * static_cast<std::size_t>(y1 - y0);
+    values.assign(count, 0.0f);
+    if (header_.samples == SampleKind::Float || header_.samples == SampleKind::Half) {
+        Fetch(x0, x1, y0, y1, true, values.data());
+        return;
+    }
+    // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded.
+    const auto scale = static_cast<float>(header_.integerMax);
+    if (header_.samples == SampleKind::Code8) {
+        bytes_.resize(count);
+        ReadSamples(x0, x1, y0, y1, bytes_.data());
+        for (std::size_t c = 0; c < count; ++c) {
+            values[c] = static_cast<float>(bytes_[c]) / scale;
+        }
+        return;
+    }
+    words_.resize(count);
+    ReadSamples(x0, x1, y0, y1, words_.data());
+    for (std::size_t c = 0; c < count; ++c) {
+        values[c] = static_cast<float>(words_[c]) / scale;
     }
 }
 

@@ -69,6 +69,17 @@ public:
     /// PixelAt. Throws BadRequest when the pixels cannot be read.
     void ReadRowsRGBA(int y, int rows, float* out) const;
 
+    /// How ReadRowsSamplesRGBA gives the samples, and the largest code of an integer
+    /// image (a code k is the value k / IntegerMax()); 0 for half and float images.
+    SampleKind Samples() const noexcept { return header_.samples; }
+    std::uint32_t IntegerMax() const noexcept { return header_.integerMax; }
+    /// Rows `y` to `y + rows - 1` (inside the image), every column, as red, green, blue,
+    /// alpha samples of the kind Samples() says (4 x Width() x rows of them, 1, 2 or 4
+    /// bytes each) into `out`: the image kept in its own type. Grey images give their
+    /// sample to red, green and blue; without alpha the alpha sample is the one of 1.
+    /// Throws BadRequest when the pixels cannot be read.
+    void ReadRowsSamplesRGBA(int y, int rows, void* out) const;
+
 private:
     std::string path_;
     std::unique_ptr<ImageFile> file_;

@@ -19,6 +19,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QSignalBlocker>
+#include <QStatusBar>
 #include <QToolBar>
 
 #include "canvas/CanvasView.h"
@@ -77,7 +78,7 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
     setObjectName(QStringLiteral("qzview"));
     setDockNestingEnabled(true);
     if (settings_.monitor) {
-        monitor_ = std::make_unique<MonitorDisplay>(*settings_.monitor);
+        monitor_ = std::make_shared<const MonitorDisplay>(*settings_.monitor);
     }
 
     canvas_ = new CanvasView(this);
@@ -92,6 +93,11 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
                 editor_->Drag(at, (modifiers & Qt::ShiftModifier) != 0);
             });
     connect(canvas_, &CanvasView::dragReleased, this, [this] { editor_->Release(); });
+    preview_ = new QLabel(tr("Preview"), this);
+    preview_->setObjectName(QStringLiteral("status.preview"));
+    preview_->setToolTip(tr("The canvas shows a preview; the exact view follows when you let go"));
+    statusBar()->addPermanentWidget(preview_);
+    connect(canvas_, &CanvasView::previewChanged, preview_, &QWidget::setVisible);
     connect(canvas_, &CanvasView::scaleWheel, this,
             [this](int steps, Qt::KeyboardModifiers modifiers) {
                 editor_->WheelScale(steps, (modifiers & Qt::ShiftModifier) != 0, pointer_);
@@ -168,6 +174,11 @@ void MainWindow::BuildLayersDock() {
     resizeDocks({layersDock_}, {330}, Qt::Horizontal);
     resizeDocks({projectDock_, layersDock_}, {140, 420}, Qt::Vertical);
     connect(layerPanel_, &LayerPropertiesPanel::editStarted, editor_, &LayerEditor::BeginEdit);
+    // While a value is scrubbed the canvas previews; the exact view follows the scrub.
+    connect(layerPanel_, &LayerPropertiesPanel::editStarted, canvas_,
+            [this] { canvas_->SetHold(true); });
+    connect(layerPanel_, &LayerPropertiesPanel::editFinished, canvas_,
+            [this] { canvas_->SetHold(false); });
     connect(layerPanel_, &LayerPropertiesPanel::edited, editor_, &LayerEditor::Edit);
     connect(layerPanel_, &LayerPropertiesPanel::editFinished, editor_, &LayerEditor::EndEdit);
     connect(layerPanel_, &LayerPropertiesPanel::typed, editor_, &LayerEditor::Type);
@@ -427,7 +438,6 @@ void MainWindow::AddImage(LayerImage image) {
     const bool first = composition_.Empty();
     const std::int8_t depth = image.depth;
     const int id = composition_.AddImage(std::move(image));
-    composition_.Render();
     RefreshProjectList();
     if (first && !depthChosen_) {
         SetProjectDepth(depth); // which shows the composite in the depth's display
@@ -436,8 +446,11 @@ void MainWindow::AddImage(LayerImage image) {
     }
     editor_->Select(id);
     if (first && settings_.zoom) {
-        canvas_->ZoomTo(*settings_.zoom);
+        canvas_->ZoomCentred(*settings_.zoom);
     }
+    // The pixel under a still pointer may have changed with the new layer.
+    pointerPending_ = pointer_.has_value();
+    ScheduleFrame();
 }
 
 void MainWindow::RefreshProjectList() {
@@ -464,11 +477,8 @@ void MainWindow::RefreshProjectList() {
 void MainWindow::RefreshDisplay() {
     display_.linear = depth_ == 2;
     exposure_->setEnabled(display_.linear);
-    const std::size_t count =
-        static_cast<std::size_t>(composition_.Width()) * composition_.Height();
-    std::vector<std::uint32_t> colours = canvas_->TakePicture();
-    ToDisplay(composition_.Pixels(), count, display_, monitor_.get(), colours);
-    canvas_->SetPicture(composition_.Width(), composition_.Height(), std::move(colours));
+    shown_ = composition_.Generation();
+    canvas_->SetScene(scenes_.Make(composition_, display_, monitor_));
 }
 
 void MainWindow::SetProjectDepth(std::int8_t depth) {
@@ -533,7 +543,7 @@ void MainWindow::ScheduleFrame() {
 void MainWindow::RunFrame() {
     frameTimer_.stop();
     lastFrame_ = std::chrono::steady_clock::now();
-    if (composition_.Render()) {
+    if (composition_.Generation() != shown_) {
         RefreshDisplay();
         // The pixel under the pointer may have changed with the composition.
         pointerPending_ = pointer_.has_value();

@@ -17,6 +17,7 @@
 
 #include "canvas/CanvasMapping.h"
 #include "canvas/DisplayImage.h"
+#include "canvas/SceneMaker.h"
 #include "composition/Composition.h"
 #include "editing/LayerEditor.h"
 #include "editing/PropertyReadout.h"
@@ -26,6 +27,7 @@ class QAction;
 class QActionGroup;
 class QDockWidget;
 class QDoubleSpinBox;
+class QLabel;
 class QListWidget;
 class QMenu;
 
@@ -113,6 +115,7 @@ private:
     void OnLayerValues(int layer);
     /// Rebuilds the Window menu's items of the plug-in after its update-menu hook ran.
     void UpdateWindowMenu();
+    /// Hands the canvas the composition as it is now, in the display's colours.
     void RefreshDisplay();
     void RefreshProjectList();
     void ScheduleFrame();
@@ -128,7 +131,10 @@ private:
     EventLog* log_;
     Composition composition_;
     DisplaySettings display_;
-    std::unique_ptr<MonitorDisplay> monitor_;
+    std::shared_ptr<const MonitorDisplay> monitor_;
+    SceneMaker scenes_;
+    /// The composition's generation that the canvas shows.
+    std::uint64_t shown_ = 0;
     std::int8_t depth_ = 0;
     bool depthChosen_ = false;
 
@@ -145,6 +151,8 @@ private:
     QActionGroup* depthGroup_ = nullptr;
     QAction* depthActions_[3] = {nullptr, nullptr, nullptr};
     QDoubleSpinBox* exposure_ = nullptr;
+    /// The status bar's word while the canvas shows a preview.
+    QLabel* preview_ = nullptr;
 
     std::optional<CompositionPoint> pointer_;
     bool pointerPending_ = false;

@@ -67,6 +67,21 @@ void CanvasMapping::Fit(int width, int height, int canvas_width, int canvas_heig
     originY_ = static_cast<int>(std::floor((canvas_height - height * zoom_) / 2));
 }
 
+void CanvasMapping::Centre(double zoom, int width, int height, int canvas_width,
+                           int canvas_height) noexcept {
+    zoom_ = zoom;
+    anchored_ = false;
+    originX_ = static_cast<int>(std::floor((canvas_width - width * zoom_) / 2));
+    originY_ = static_cast<int>(std::floor((canvas_height - height * zoom_) / 2));
+}
+
+void CanvasMapping::KeepCentre(int old_width, int old_height, int width, int height) noexcept {
+    // The centre pixel moves by whole screen pixels, and the composition with it.
+    originX_ += width / 2 - old_width / 2;
+    originY_ += height / 2 - old_height / 2;
+    anchored_ = false;
+}
+
 void CanvasMapping::Actual(int width, int height, int canvas_width, int canvas_height) noexcept {
     zoom_ = 1.0;
     anchored_ = false;

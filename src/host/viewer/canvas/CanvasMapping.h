@@ -51,6 +51,11 @@ public:
     /// The largest level at which a composition of `width` x `height` fits into a canvas
     /// of `canvas_width` x `canvas_height`, centred.
     void Fit(int width, int height, int canvas_width, int canvas_height) noexcept;
+    /// Zoom `zoom` (one of kLevels), the composition centred.
+    void Centre(double zoom, int width, int height, int canvas_width, int canvas_height) noexcept;
+    /// Keeps the point at the centre of a canvas of `old_width` x `old_height` at the
+    /// centre of the canvas now `width` x `height`.
+    void KeepCentre(int old_width, int old_height, int width, int height) noexcept;
     /// Zoom 1, the composition centred.
     void Actual(int width, int height, int canvas_width, int canvas_height) noexcept;
 

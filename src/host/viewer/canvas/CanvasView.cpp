@@ -7,33 +7,10 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include "PreviewPainter.h"
+#include "ViewRefiner.h"
+
 namespace qzview {
-
-namespace {
-
-/// The canvas behind transparent pixels: a checkerboard of 8-pixel squares.
-std::uint32_t Checker(int x, int y) {
-    return ((x >> 3) + (y >> 3)) % 2 == 0 ? 0xFF3A3A3Au : 0xFF2E2E2Eu;
-}
-
-std::uint32_t Over(std::uint32_t colour, std::uint32_t background) {
-    const std::uint32_t a = colour >> 24;
-    if (a == 255) {
-        return colour;
-    }
-    if (a == 0) {
-        return background;
-    }
-    std::uint32_t out = 0xFF000000u;
-    for (int shift = 0; shift <= 16; shift += 8) {
-        const std::uint32_t c = (colour >> shift) & 0xFF;
-        const std::uint32_t b = (background >> shift) & 0xFF;
-        out |= ((c * a + b * (255 - a) + 127) / 255) << shift;
-    }
-    return out;
-}
-
-} // namespace
 
 CanvasView::CanvasView(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
@@ -41,16 +18,81 @@ CanvasView::CanvasView(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumSize(160, 120);
     setCursor(Qt::CrossCursor);
+    refiner_ = std::make_unique<ViewRefiner>([this](std::uint64_t request, QImage view) {
+        // On the refiner's thread: the view is handed to the canvas's.
+        QMetaObject::invokeMethod(
+            this, [this, request, view = std::move(view)] { Adopt(request, view); },
+            Qt::QueuedConnection);
+    });
 }
 
-void CanvasView::SetPicture(int width, int height, std::vector<std::uint32_t> colours) {
-    width_ = width;
-    height_ = height;
-    colours_ = std::move(colours);
-    if (!fitted_) {
+CanvasView::~CanvasView() {
+    refiner_.reset();
+}
+
+void CanvasView::SetScene(CanvasScene scene) {
+    const bool resized = scene.width != scene_.width || scene.height != scene_.height;
+    scene_ = std::move(scene);
+    if (resized && !fitted_) {
         FitWithoutChoosing();
     }
     Changed();
+}
+
+void CanvasView::SetHold(bool hold) {
+    hold_ = hold;
+    if (hold_) {
+        refiner_->Cancel();
+        started_ = 0;
+    } else {
+        Refine();
+    }
+}
+
+QSize CanvasView::DeviceSize() const {
+    const double ratio = devicePixelRatioF();
+    return {std::max(1, static_cast<int>(std::lround(width() * ratio))),
+            std::max(1, static_cast<int>(std::lround(height() * ratio)))};
+}
+
+bool CanvasView::ShowingPreview() const noexcept {
+    return exactFor_ != request_ || exact_.size() != DeviceSize();
+}
+
+int CanvasView::RefinementsCancelled() const noexcept {
+    return refiner_->Cancelled();
+}
+
+int CanvasView::RefinementsFinished() const noexcept {
+    return refiner_->FinishedRenders();
+}
+
+void CanvasView::Refine() {
+    if (Interacting() || !scene_.snapshot || started_ == request_ || !ShowingPreview()) {
+        return;
+    }
+    started_ = request_;
+    const QSize size = DeviceSize();
+    refiner_->Start(request_, scene_, mapping_, size.width(), size.height());
+}
+
+void CanvasView::Adopt(std::uint64_t request, QImage view) {
+    if (request != request_ || view.size() != DeviceSize()) {
+        return; // made for a view that has changed since
+    }
+    exact_ = std::move(view);
+    exact_.setDevicePixelRatio(devicePixelRatioF());
+    exactFor_ = request;
+    update();
+    TellPreview();
+}
+
+void CanvasView::TellPreview() {
+    const bool preview = ShowingPreview();
+    if (preview != previewShown_) {
+        previewShown_ = preview;
+        emit previewChanged(preview);
+    }
 }
 
 QPoint CanvasView::DevicePixel(const QPointF& point) const {
@@ -76,8 +118,16 @@ CompositionPoint CanvasView::PositionAt(const QPointF& point) const {
 }
 
 void CanvasView::Changed() {
+    ++request_;
     viewValid_ = false;
+    if (Interacting()) {
+        // Whatever is under way is out of date; the preview follows the person.
+        refiner_->Cancel();
+        started_ = 0;
+    }
     update();
+    TellPreview();
+    Refine();
     emit mappingChanged();
 }
 
@@ -102,69 +152,63 @@ void CanvasView::ZoomOut() {
     ZoomTo(mapping_.Step(-1));
 }
 
+void CanvasView::ZoomCentred(double zoom) {
+    const QSize size = DeviceSize();
+    mapping_.Centre(CanvasMapping::NearestLevel(zoom), scene_.width, scene_.height, size.width(),
+                    size.height());
+    fitted_ = true;
+    Changed();
+}
+
 void CanvasView::FitWithoutChoosing() {
-    const double ratio = devicePixelRatioF();
-    if (width_ > 0) {
-        mapping_.Fit(width_, height_, static_cast<int>(width() * ratio),
-                     static_cast<int>(height() * ratio));
+    const QSize size = DeviceSize();
+    if (scene_.width > 0) {
+        mapping_.Fit(scene_.width, scene_.height, size.width(), size.height());
     }
 }
 
 void CanvasView::FitToWindow() {
     FitWithoutChoosing();
-    fitted_ = width_ > 0;
+    fitted_ = scene_.width > 0;
     Changed();
 }
 
-void CanvasView::resizeEvent(QResizeEvent*) {
+void CanvasView::resizeEvent(QResizeEvent* event) {
     if (!fitted_) {
         FitWithoutChoosing();
+    } else if (event->oldSize().isValid()) {
+        // The composition point at the centre of the view stays there.
+        const double ratio = devicePixelRatioF();
+        const QSize now = DeviceSize();
+        mapping_.KeepCentre(static_cast<int>(std::lround(event->oldSize().width() * ratio)),
+                            static_cast<int>(std::lround(event->oldSize().height() * ratio)),
+                            now.width(), now.height());
     }
     Changed();
 }
 
 void CanvasView::ActualPixels() {
-    const double ratio = devicePixelRatioF();
-    mapping_.Actual(width_, height_, static_cast<int>(width() * ratio),
-                    static_cast<int>(height() * ratio));
+    const QSize size = DeviceSize();
+    mapping_.Actual(scene_.width, scene_.height, size.width(), size.height());
     fitted_ = true;
     Changed();
 }
 
 void CanvasView::paintEvent(QPaintEvent*) {
-    const double ratio = devicePixelRatioF();
-    const int w = std::max(1, static_cast<int>(std::lround(width() * ratio)));
-    const int h = std::max(1, static_cast<int>(std::lround(height() * ratio)));
-    if (!viewValid_ || view_.width() != w || view_.height() != h) {
-        if (view_.width() != w || view_.height() != h) {
-            view_ = QImage(w, h, QImage::Format_RGB32);
+    const QSize size = DeviceSize();
+    const bool exact = !ShowingPreview();
+    if (!exact && (!viewValid_ || view_.size() != size)) {
+        if (view_.size() != size) {
+            view_ = QImage(size, QImage::Format_RGB32);
         }
-        // The mapping takes columns and rows apart: each screen column shows one
-        // composition column, each screen row one composition row.
-        columns_.resize(static_cast<std::size_t>(w));
-        for (int x = 0; x < w; ++x) {
-            int py = 0;
-            mapping_.PixelAt(x, 0, columns_[static_cast<std::size_t>(x)], py);
-        }
-        for (int y = 0; y < h; ++y) {
-            auto* row = reinterpret_cast<std::uint32_t*>(view_.scanLine(y));
-            int px = 0;
-            int py = 0;
-            mapping_.PixelAt(0, y, px, py);
-            for (int x = 0; x < w; ++x) {
-                px = columns_[static_cast<std::size_t>(x)];
-                if (px < 0 || py < 0 || px >= width_ || py >= height_) {
-                    row[x] = 0xFF202020u;
-                    continue;
-                }
-                row[x] = Over(colours_[static_cast<std::size_t>(py) * width_ + px], Checker(x, y));
-            }
-        }
-        view_.setDevicePixelRatio(ratio);
+        // While the person interacts, the nearest pixel of the display images; filtered
+        // once they let go, until the exact view arrives.
+        PaintPreview(scene_, mapping_, !Interacting(), view_);
+        view_.setDevicePixelRatio(devicePixelRatioF());
         viewValid_ = true;
     }
     QPainter painter(this);
-    painter.drawImage(QPoint(0, 0), view_);
+    painter.drawImage(QPoint(0, 0), exact ? exact_ : view_);
     if (!outline_) {
         return;
     }
@@ -226,11 +270,17 @@ void CanvasView::mouseReleaseEvent(QMouseEvent* event) {
     if (panning_) {
         panning_ = false;
         setCursor(spaceHeld_ ? Qt::OpenHandCursor : Qt::CrossCursor);
+        viewValid_ = false;
+        update();
+        Refine();
         return;
     }
     if (dragging_ && event->button() == Qt::LeftButton) {
         dragging_ = false;
         emit dragReleased();
+        viewValid_ = false;
+        update();
+        Refine();
     }
 }
 

@@ -1,23 +1,32 @@
 // The composition viewer: the composition drawn at a zoom, with its pixels as squares of
 // whole screen pixels when magnified; the wheel zooms around the pointer, the middle
-// button (or the space bar with the left button) pans, Ctrl+click sets the origin. Every
-// screen pixel is drawn with the composition pixel that the pointer reads there. A drag
+// button (or the space bar with the left button) pans, Ctrl+click sets the origin. A drag
 // with the left button, and the wheel with Alt held, are reported for the current tool to
 // act on; the selected layer's outline, corner handles and anchor point are drawn over the
 // composition.
+//
+// What it shows is kept apart from what the pointer measures. While anything changes (a
+// drag, a scrub, a zoom) the canvas draws a preview from the layers' display images at
+// the view's resolution; once the person lets go, the exact view of the visible region
+// is rendered on a worker thread (cancelled and started again by any change) and
+// replaces the preview. At rest and zoom 1 or above, every screen pixel then shows the
+// display colour of the composition pixel that the pointer reads there.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
-#include <vector>
 
 #include <QImage>
 #include <QWidget>
 
 #include "CanvasMapping.h"
+#include "CanvasScene.h"
 
 namespace qzview {
+
+class ViewRefiner;
 
 /// What is drawn over the composition for the selected layer.
 struct LayerOutline {
@@ -33,17 +42,29 @@ class CanvasView : public QWidget {
 public:
     explicit CanvasView(QWidget* parent = nullptr);
 
-    /// Shows a composition of `width` x `height` pixels in display colours 0xAARRGGBB
-    /// (not premultiplied).
-    void SetPicture(int width, int height, std::vector<std::uint32_t> colours);
-    /// Gives up the picture's colours, so that their storage serves the next picture.
-    std::vector<std::uint32_t> TakePicture() noexcept { return std::move(colours_); }
-    int CompositionWidth() const noexcept { return width_; }
-    int CompositionHeight() const noexcept { return height_; }
+    ~CanvasView() override;
+
+    /// Shows `scene` (a new generation of it).
+    void SetScene(CanvasScene scene);
+    const CanvasScene& Scene() const noexcept { return scene_; }
+    int CompositionWidth() const noexcept { return scene_.width; }
+    int CompositionHeight() const noexcept { return scene_.height; }
+    /// Holds the exact view back while an edit made elsewhere (a scrub in a dock) goes on;
+    /// it is rendered when the hold ends.
+    void SetHold(bool hold);
+    /// Whether the canvas shows the preview (the exact view is not ready for what it
+    /// shows now).
+    bool ShowingPreview() const noexcept;
+    /// The exact renders cancelled and finished so far.
+    int RefinementsCancelled() const noexcept;
+    int RefinementsFinished() const noexcept;
 
     const CanvasMapping& Mapping() const noexcept { return mapping_; }
     /// Sets the zoom (the nearest level) around the canvas centre.
     void ZoomTo(double zoom);
+    /// Sets the zoom (the nearest level) with the composition's centre at the canvas
+    /// centre, as a zoom asked for on the command line opens.
+    void ZoomCentred(double zoom);
     void ZoomIn();
     void ZoomOut();
     void FitToWindow();
@@ -76,6 +97,8 @@ signals:
     void dragReleased();
     /// The wheel turned `steps` notches (up: positive) with Alt held.
     void scaleWheel(int steps, Qt::KeyboardModifiers modifiers);
+    /// The canvas went from the preview to the exact view or back.
+    void previewChanged(bool preview);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -92,17 +115,31 @@ private:
     /// The screen (device) pixel of a widget point.
     QPoint DevicePixel(const QPointF& point) const;
     void ZoomAroundDevice(double zoom, QPoint device);
+    /// The view changed (the mapping, the size or the scene): the preview is drawn again
+    /// and the exact view asked for.
     void Changed();
     void FitWithoutChoosing();
+    bool Interacting() const noexcept { return dragging_ || panning_ || hold_; }
+    /// Starts the exact render of the view as it is now, unless one is under way for it or
+    /// the person is still interacting.
+    void Refine();
+    void Adopt(std::uint64_t request, QImage view);
+    void TellPreview();
+    QSize DeviceSize() const;
 
     CanvasMapping mapping_;
-    int width_ = 0;
-    int height_ = 0;
-    std::vector<std::uint32_t> colours_;
+    CanvasScene scene_;
+    /// The preview as last drawn, valid until the view changes.
     QImage view_;
-    /// The composition column shown in each screen column of the view.
-    std::vector<int> columns_;
     bool viewValid_ = false;
+    /// Counts the changes to the view; the exact view is kept for the one it was made for.
+    std::uint64_t request_ = 1;
+    std::uint64_t started_ = 0;
+    QImage exact_;
+    std::uint64_t exactFor_ = 0;
+    bool previewShown_ = true;
+    bool hold_ = false;
+    std::unique_ptr<ViewRefiner> refiner_;
     std::optional<LayerOutline> outline_;
     bool dragging_ = false;
     bool spaceHeld_ = false;

@@ -108,17 +108,16 @@ private:
 
 } // namespace
 
-void ToDisplay(const std::vector<float>& pixels, std::size_t count, const DisplaySettings& settings,
-               const MonitorDisplay* monitor, std::vector<std::uint32_t>& out) {
-    out.resize(count);
-    // The levels of the last settings shown, kept for the next frame (per thread: the
-    // viewer draws on its main thread only).
+void ToDisplay(const float* pixels, std::size_t count, const DisplaySettings& settings,
+               const MonitorDisplay* monitor, std::uint32_t* out) {
+    // The levels of the last settings shown, kept for the next rows (per thread: the
+    // display images and the refined view are made on several).
     thread_local std::unique_ptr<DisplayLevels> levels;
     if (!levels || !levels->For(settings)) {
         levels = std::make_unique<DisplayLevels>(settings);
     }
     for (std::size_t i = 0; i < count; ++i) {
-        const float* p = pixels.data() + 4 * i;
+        const float* p = pixels + 4 * i;
         // Alpha is not transferred: clamped, and rounded half away from zero.
         const float alpha = std::isnan(p[3]) ? 0.0f : std::clamp(p[3], 0.0f, 1.0f);
         const float scaled = alpha * 255.0f;
@@ -128,7 +127,7 @@ void ToDisplay(const std::vector<float>& pixels, std::size_t count, const Displa
                  std::uint32_t{levels->Level(p[1])} << 8 | levels->Level(p[2]);
     }
     if (monitor != nullptr) {
-        monitor->Apply(out.data(), out.size());
+        monitor->Apply(out, count);
     }
 }
 

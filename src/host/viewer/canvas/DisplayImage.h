@@ -28,7 +28,7 @@ public:
     ~MonitorDisplay();
     MonitorDisplay(const MonitorDisplay&) = delete;
     MonitorDisplay& operator=(const MonitorDisplay&) = delete;
-    /// Converts `count` pixels 0xAARRGGBB in place; alpha is left alone.
+    /// Converts `count` pixels 0xAARRGGBB in place; alpha is left alone (any thread).
     void Apply(std::uint32_t* pixels, std::size_t count) const;
 
 private:
@@ -39,8 +39,8 @@ private:
 std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept;
 
 /// `pixels` (RGBA floats, `count` pixels) as 0xAARRGGBB display colours, not
-/// premultiplied, into `out` (resized; its storage is reused).
-void ToDisplay(const std::vector<float>& pixels, std::size_t count, const DisplaySettings& settings,
-               const MonitorDisplay* monitor, std::vector<std::uint32_t>& out);
+/// premultiplied, into `out` (any thread).
+void ToDisplay(const float* pixels, std::size_t count, const DisplaySettings& settings,
+               const MonitorDisplay* monitor, std::uint32_t* out);
 
 } // namespace qzview

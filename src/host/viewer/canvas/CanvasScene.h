@@ -1,0 +1,34 @@
+// Everything the canvas draws, as the composition and the display settings are now: the
+// snapshot that the exact view is composited from, and each drawn layer's display images
+// with its transform and opacity for the preview. A new scene is made whenever any of it
+// changes.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "canvas/DisplayImage.h"
+#include "canvas/LayerPyramid.h"
+#include "composition/CompositeRegion.h"
+
+namespace qzview {
+
+struct PreviewLayer {
+    std::shared_ptr<const LayerPyramid> pyramid;
+    Affine transform;
+    /// 0 to 1.
+    double opacity = 1.0;
+};
+
+struct CanvasScene {
+    int width = 0;
+    int height = 0;
+    std::shared_ptr<const CompositionSnapshot> snapshot;
+    /// Bottom first.
+    std::vector<PreviewLayer> layers;
+    DisplaySettings display;
+    std::shared_ptr<const MonitorDisplay> monitor;
+};
+
+} // namespace qzview

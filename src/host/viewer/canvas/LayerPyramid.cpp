@@ -1,0 +1,96 @@
+#include "LayerPyramid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <thread>
+
+namespace qzview {
+
+namespace {
+
+/// Levels stop halving below this many pixels on the longer side.
+constexpr int kSmallest = 32;
+
+/// Level 0's rows `y0` to `y1 - 1`.
+void DisplayRows(const LayerImage& image, const std::optional<RectMask>& mask,
+                 const DisplaySettings& settings, const MonitorDisplay* monitor, QImage& out,
+                 int y0, int y1) {
+    const auto width = static_cast<std::size_t>(image.width);
+    std::vector<float> row(width * 4);
+    for (int y = y0; y < y1; ++y) {
+        image.WorkingRow(y, 0, image.width, row.data());
+        if (mask) {
+            for (int x = 0; x < image.width; ++x) {
+                row[static_cast<std::size_t>(x) * 4 + 3] *= MaskCoverage(*mask, x, y);
+            }
+        }
+        auto* line = reinterpret_cast<std::uint32_t*>(out.scanLine(y));
+        ToDisplay(row.data(), width, settings, monitor, line);
+        for (std::size_t x = 0; x < width; ++x) {
+            line[x] = qPremultiply(line[x]);
+        }
+    }
+}
+
+/// The level below `finer`: each pixel the rounded mean of the (up to) four it covers.
+QImage Halve(const QImage& finer) {
+    const int w = (finer.width() + 1) / 2;
+    const int h = (finer.height() + 1) / 2;
+    QImage out(w, h, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < h; ++y) {
+        const int y0 = 2 * y;
+        const int y1 = std::min(2 * y + 1, finer.height() - 1);
+        const auto* a = reinterpret_cast<const std::uint32_t*>(finer.constScanLine(y0));
+        const auto* b = reinterpret_cast<const std::uint32_t*>(finer.constScanLine(y1));
+        auto* line = reinterpret_cast<std::uint32_t*>(out.scanLine(y));
+        for (int x = 0; x < w; ++x) {
+            const int x0 = 2 * x;
+            const int x1 = std::min(2 * x + 1, finer.width() - 1);
+            std::uint32_t pixel = 0;
+            for (int shift = 0; shift <= 24; shift += 8) {
+                const std::uint32_t sum = ((a[x0] >> shift) & 0xFF) + ((a[x1] >> shift) & 0xFF) +
+                                          ((b[x0] >> shift) & 0xFF) + ((b[x1] >> shift) & 0xFF);
+                pixel |= ((sum + 2) / 4) << shift;
+            }
+            line[x] = pixel;
+        }
+    }
+    return out;
+}
+
+} // namespace
+
+LayerPyramid::LayerPyramid(const LayerImage& image, const std::optional<RectMask>& mask,
+                           const DisplaySettings& settings, const MonitorDisplay* monitor) {
+    QImage full(std::max(1, image.width), std::max(1, image.height),
+                QImage::Format_ARGB32_Premultiplied);
+    full.fill(0);
+    // Half the rows on another thread: a plate's display image is made in a blink.
+    const int middle = image.height / 2;
+    std::thread half(
+        [&] { DisplayRows(image, mask, settings, monitor, full, middle, image.height); });
+    DisplayRows(image, mask, settings, monitor, full, 0, middle);
+    half.join();
+    levels_.push_back(std::move(full));
+    while (std::max(levels_.back().width(), levels_.back().height()) > kSmallest) {
+        levels_.push_back(Halve(levels_.back()));
+    }
+}
+
+int LayerPyramid::LevelFor(double scale) const noexcept {
+    if (!(scale > 0) || scale >= 1.0) {
+        return 0;
+    }
+    const int level = static_cast<int>(std::floor(std::log2(1.0 / scale)));
+    return std::clamp(level, 0, Levels() - 1);
+}
+
+std::size_t LayerPyramid::Bytes() const noexcept {
+    std::size_t bytes = 0;
+    for (const QImage& level : levels_) {
+        bytes += static_cast<std::size_t>(level.sizeInBytes());
+    }
+    return bytes;
+}
+
+} // namespace qzview

@@ -1,0 +1,86 @@
+// How a drawn layer's pixels reach the composition's pixels: each composition pixel's
+// centre is taken back into the layer by the inverse of the layer's transform, and the
+// layer's pixels around that point are weighed with a triangle filter (bilinear when the
+// layer is not made smaller; widened by the shrinking when it is). This is the image
+// library's affine warp with its "triangle" filter and black beyond the layer's edges,
+// computed in the same single-precision steps, so that one composition pixel computed on
+// its own is the very pixel of a full-resolution warp, and a region of them is that
+// region of it.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "Layer.h"
+
+namespace qzview {
+
+/// A rectangle of whole pixels: columns x0 to x1 - 1, rows y0 to y1 - 1.
+struct PixelRect {
+    int x0 = 0;
+    int y0 = 0;
+    int x1 = 0;
+    int y1 = 0;
+
+    int Width() const noexcept { return x1 > x0 ? x1 - x0 : 0; }
+    int Height() const noexcept { return y1 > y0 ? y1 - y0 : 0; }
+    bool Empty() const noexcept { return x1 <= x0 || y1 <= y0; }
+    PixelRect Intersect(const PixelRect& other) const noexcept;
+
+    bool operator==(const PixelRect&) const = default;
+};
+
+/// Layer pixels ready to be resampled: red, green, blue and alpha floats of the pixels of
+/// `rect` (rows top to bottom); the layer's other pixels count as transparent black.
+struct LayerPatch {
+    PixelRect rect;
+    std::vector<float> values;
+
+    const float* At(int x, int y) const noexcept {
+        return values.data() +
+               (static_cast<std::size_t>(y - rect.y0) * static_cast<std::size_t>(rect.Width()) +
+                static_cast<std::size_t>(x - rect.x0)) *
+                   4;
+    }
+};
+
+class LayerWarp {
+public:
+    /// The warp of a layer placed by `transform`. A transform without an inverse (a layer
+    /// seen edge-on) reaches no composition pixel.
+    explicit LayerWarp(const Affine& transform) noexcept;
+
+    /// Whether the layer reaches any pixel at all.
+    bool Visible() const noexcept { return visible_; }
+    /// Whether the transform moves the layer by whole pixels only, and by how many: the
+    /// layer's pixels then land on composition pixels unchanged.
+    bool WholePixelShift(int& dx, int& dy) const noexcept;
+    /// The layer pixels that the filter reads for the composition pixels of `region`
+    /// (not clipped to the layer).
+    PixelRect Footprint(const PixelRect& region) const noexcept;
+    /// The composition pixels that the layer's pixels of `layer` (its whole rectangle)
+    /// can reach through the filter.
+    PixelRect Reach(const PixelRect& layer) const noexcept;
+    /// The filtered value at composition pixel `x`, `y` from `patch`, whose rectangle must
+    /// hold every layer pixel of Footprint({x, y, x + 1, y + 1}) that lies in the layer.
+    void Sample(int x, int y, const LayerPatch& patch, float* out) const noexcept;
+
+private:
+    bool visible_ = false;
+    bool shift_ = false;
+    int dx_ = 0;
+    int dy_ = 0;
+    // The transform in single precision as the image library takes it (row vectors:
+    // [x' y' 1] = [x y 1] M) and its inverse.
+    std::array<std::array<float, 3>, 3> forward_{};
+    std::array<std::array<float, 3>, 3> inverse_{};
+    // The filter's scale along each axis of the layer (at least 1) and its reach.
+    float ds_ = 1;
+    float dt_ = 1;
+    float dsInv_ = 1;
+    float dtInv_ = 1;
+    float radiusS_ = 1;
+    float radiusT_ = 1;
+};
+
+} // namespace qzview
