@@ -1,65 +1,82 @@
-// What one step of a layer drag costs in the viewer: a move event with the left button
-// held on the canvas, which changes the layer's Position and hands the Info palette its
-// position readout through suite slot 7; the frame, which composites the 1024 x 512 float
-// layer again and turns it into display colours, delivers the pixel under the pointer and
-// draws what the panel marked invalid at UI scale 2; and the repaints of the canvas and the
-// panel, run at once instead of waiting for the event loop. Qt runs on its offscreen
-// platform. The layer is moved untouched (pasted), moved after it was turned by 10 degrees
-// (warped once, then its kept warp pasted), and turned with the rotation tool (warped
-// every step).
+// The viewer at plate scale: three 3840 x 2160 half-float layers in a 1600 x 900 window at
+// fit zoom. One drag step (a move, a rotation, a corner scale, a scrub of Position or
+// Opacity in the dock) brings the new values to the panel's readout and the canvas's
+// preview to the screen; when the person lets go, the exact view of the visible region is
+// rendered; a pointer move brings the pixel under it to the panel's pixels. Each step is
+// measured in the process's CPU time (the exact view's threads included), and the
+// process's resident memory is reported with it.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
+#include <fstream>
 #include <string>
-#include <vector>
 
-#include <QApplication>
+#include <Imath/half.h>
+#include <QCoreApplication>
 #include <QMouseEvent>
-#include <QWindow>
 
-#include "TempFolder.h"
 #include "ViewerBenchSession.h"
-#include "app/ViewerSession.h"
 #include "canvas/CanvasView.h"
-#include "docks/DockWorkspace.h"
-#include "docks/LayerPropertiesPanel.h"
-#include "docks/PanelWidget.h"
-#include "qzhost/MainLoop.h"
-#include "script/ScriptSession.h"
+#include "canvas/ExactView.h"
+#include "editing/LayerEditor.h"
 
 namespace {
 
-constexpr int kWidth = 1024;
-constexpr int kHeight = 512;
+constexpr int kWidth = 3840;
+constexpr int kHeight = 2160;
 
-/// A float layer with a colour ramp across and down, half transparent at the right.
-qzview::LayerImage MakeLayer() {
-    std::vector<float> rgba(static_cast<std::size_t>(kWidth) * kHeight * 4);
+/// A half-float plate: ramps and squares that differ per layer, alpha below 1 on the
+/// upper ones.
+qzview::LayerImage Plate(int index) {
+    qzview::LayerImage image;
+    image.name = "plate" + std::to_string(index) + ".exr";
+    image.path = image.name;
+    image.format = "openexr";
+    image.channelType = "half float";
+    image.width = kWidth;
+    image.height = kHeight;
+    image.depth = 2;
+    image.samples = qzview::SampleKind::Half;
+    image.pixels.resize(static_cast<std::size_t>(kWidth) * kHeight * 4 * 2);
+    auto* out = reinterpret_cast<std::uint16_t*>(image.pixels.data());
+    const int square = 64 << index;
     for (int y = 0; y < kHeight; ++y) {
-        for (int x = 0; x < kWidth; ++x) {
-            float* p = rgba.data() + (static_cast<std::size_t>(y) * kWidth + x) * 4;
-            p[0] = static_cast<float>(x) / kWidth * 2.0f;
-            p[1] = static_cast<float>(y) / kHeight;
-            p[2] = 0.25f;
-            p[3] = x < kWidth / 2 ? 1.0f : 0.5f;
+        for (int x = 0; x < kWidth; ++x, out += 4) {
+            const bool light = ((x / square) + (y / square)) % 2 == 0;
+            const float values[4] = {
+                static_cast<float>(x) / kWidth * (light ? 1.0f : 0.6f),
+                static_cast<float>(y) / kHeight,
+                light ? 0.8f - 0.2f * static_cast<float>(index) : 0.3f,
+                index == 0 ? 1.0f : (light ? 0.9f : 0.4f),
+            };
+            for (int c = 0; c < 4; ++c) {
+                out[c] = Imath::half(values[c]).bits();
+            }
         }
     }
-    return qzview::FloatImage("ramp.exr", kWidth, kHeight, rgba);
+    return image;
 }
 
-class DragFixture : public ViewerBenchSession {
-public:
-    explicit DragFixture(double rotation)
-        : ViewerBenchSession("viewer_drag_bench", QRect(0, 0, 1400, 800), Images()) {
-        Window().Canvas().ZoomTo(0.5);
-        if (rotation != 0) {
-            const qzview::Layer& layer = Window().Comp().Layers().front();
-            Window().Editor().Type(layer.id, qzview::Property::Rotation, {rotation, 0, 0});
+/// The process's resident memory in megabytes.
+double ResidentMegabytes() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.rfind("VmRSS:", 0) == 0) {
+            return std::stod(line.substr(6)) / 1024.0;
         }
+    }
+    return 0.0;
+}
+
+class PlateViewer : public ViewerBenchSession {
+public:
+    PlateViewer() : ViewerBenchSession("viewer_drag_bench", QRect(0, 0, 1600, 900), Images()) {
+        Window().Canvas().FitToWindow();
+        Settle();
+    }
+
+    void Settle() {
         Window().RunFrame();
         QCoreApplication::processEvents();
     }
@@ -70,73 +87,68 @@ public:
         QCoreApplication::sendEvent(&canvas, &event);
     }
 
-    /// The canvas point over the layer's middle.
-    QPointF Middle() {
-        const qzview::Layer& layer = Window().Comp().Layers().front();
-        return Window().Canvas().WidgetPointOf(
-            {layer.values.position[0] - 100.25, layer.values.position[1] - 50.25});
+    const qzview::Layer& Top() { return Window().Comp().Layers().back(); }
+
+    /// The canvas point of composition point `x`, `y`.
+    QPointF At(double x, double y) { return Window().Canvas().WidgetPointOf({x, y}); }
+
+    /// What one step shows: the frame (readout, preview, panel) painted now.
+    void Paint() {
+        Window().RunFrame();
+        Window().Canvas().repaint();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
     }
 
 private:
     static std::vector<qzview::LayerImage> Images() {
         std::vector<qzview::LayerImage> images;
-        images.push_back(MakeLayer());
+        for (int i = 0; i < 3; ++i) {
+            images.push_back(Plate(i));
+        }
         return images;
     }
 };
 
-/// Drags with the current tool from `from` through the points that `step` gives for each
-/// iteration.
+void Report(benchmark::State& state, PlateViewer& viewer, int readouts) {
+    qzview::MainWindow& window = viewer.Window();
+    if (window.Readout().Calls() - readouts < static_cast<int>(state.iterations())) {
+        state.SkipWithError("a step made no readout");
+    }
+    state.counters["resident_MB"] = ResidentMegabytes();
+}
+
+/// Drags with the current tool from `from` through the points that `step` gives.
 template <typename Step>
-void DragSteps(benchmark::State& state, DragFixture& viewer, QPointF from, Step step) {
+void DragSteps(benchmark::State& state, PlateViewer& viewer, QPointF from, Step step) {
     qzview::MainWindow& window = viewer.Window();
     viewer.Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
     const int readouts = window.Readout().Calls();
-    const std::uint64_t repaints = viewer.Panel()->Repaints();
     std::size_t i = 0;
     for (auto _ : state) {
         viewer.Mouse(QEvent::MouseMove, step(i), Qt::NoButton, Qt::LeftButton);
-        window.RunFrame();
-        window.Canvas().repaint();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+        viewer.Paint();
         ++i;
     }
-    viewer.Mouse(QEvent::MouseButtonRelease, from, Qt::LeftButton, Qt::NoButton);
-    if (window.Readout().Calls() - readouts < static_cast<int>(state.iterations())) {
-        state.SkipWithError("a drag step made no readout");
-    }
-    state.counters["panel_repaints_per_step"] =
-        static_cast<double>(viewer.Panel()->Repaints() - repaints) /
-        static_cast<double>(state.iterations());
+    viewer.Mouse(QEvent::MouseButtonRelease, step(i), Qt::LeftButton, Qt::NoButton);
+    Report(state, viewer, readouts);
 }
 
-/// Moves the layer one screen pixel further each step, back and forth: at zoom 1/2, two
-/// composition pixels, so the position readout changes every time.
-void MoveSteps(benchmark::State& state, double rotation) {
-    DragFixture viewer(rotation);
-    const QPointF from = viewer.Middle();
+/// Moves the top layer one screen pixel further each step, back and forth.
+void MoveStep(benchmark::State& state) {
+    PlateViewer viewer;
+    const QPointF from = viewer.At(1900.5, 1000.5);
     DragSteps(state, viewer, from, [from](std::size_t i) {
-        const double offset = static_cast<double>(i % 32 < 16 ? i % 16 : 16 - i % 16);
+        const double offset = static_cast<double>(i % 64 < 32 ? i % 32 : 32 - i % 32);
         return from + QPointF(offset + 1, 0);
     });
 }
 
-void DragStepWholePixels(benchmark::State& state) {
-    MoveSteps(state, 0.0);
-}
-
-void DragStepTurnedLayer(benchmark::State& state) {
-    MoveSteps(state, 10.0);
-}
-
-/// Turns the layer with the rotation tool, 2 degrees a step around its anchor point: every
-/// step resamples the whole layer.
+/// Turns the top layer with the rotation tool, 2 degrees a step.
 void RotationStep(benchmark::State& state) {
-    DragFixture viewer(0.0);
+    PlateViewer viewer;
     viewer.Window().SetTool(qzview::Tool::Rotation);
-    const qzview::Layer& layer = viewer.Window().Comp().Layers().front();
-    const QPointF centre = viewer.Window().Canvas().WidgetPointOf(
-        {layer.values.position[0], layer.values.position[1]});
+    const auto& position = viewer.Top().values.position;
+    const QPointF centre = viewer.At(position[0], position[1]);
     const auto at = [centre](double degrees) {
         const double r = degrees * 3.14159265358979 / 180.0;
         return centre + QPointF(150 * std::cos(r), 150 * std::sin(r));
@@ -144,17 +156,95 @@ void RotationStep(benchmark::State& state) {
     DragSteps(state, viewer, at(0), [at](std::size_t i) { return at(2.0 * (i % 90 + 1)); });
 }
 
+/// Drags the top layer's bottom-right corner handle in and out.
+void CornerScaleStep(benchmark::State& state) {
+    PlateViewer viewer;
+    const QPointF corner = viewer.At(kWidth, kHeight);
+    DragSteps(state, viewer, corner, [corner](std::size_t i) {
+        const double offset = static_cast<double>(i % 64 < 32 ? i % 32 : 32 - i % 32);
+        return corner - QPointF(offset + 1, offset * 0.5 + 1);
+    });
+}
+
+/// Scrubs a property of the top layer in the dock, as the dock's number does.
+void ScrubSteps(benchmark::State& state, qzview::Property property, double from, double step) {
+    PlateViewer viewer;
+    qzview::MainWindow& window = viewer.Window();
+    const int layer = viewer.Top().id;
+    // The pointer rests over the layers: the readout follows what lies under it.
+    viewer.Mouse(QEvent::MouseMove, viewer.At(1700.5, 900.5), Qt::NoButton, Qt::NoButton);
+    viewer.Paint();
+    window.Canvas().SetHold(true);
+    window.Editor().BeginEdit(layer, property);
+    const int readouts = window.Readout().Calls();
+    std::size_t i = 0;
+    qzview::PropertyValue value = qzview::GetProperty(viewer.Top().values, property);
+    for (auto _ : state) {
+        value[0] = from + step * static_cast<double>(i % 40);
+        window.Editor().Edit(layer, property, value);
+        viewer.Paint();
+        ++i;
+    }
+    window.Editor().EndEdit(layer, property);
+    window.Canvas().SetHold(false);
+    Report(state, viewer, readouts);
+}
+
+void ScrubPosition(benchmark::State& state) {
+    ScrubSteps(state, qzview::Property::Position, 1800.0, 3.5);
+}
+
+void ScrubOpacity(benchmark::State& state) {
+    ScrubSteps(state, qzview::Property::Opacity, 40.0, 1.5);
+}
+
+/// The exact view of the window's canvas after the top layer was turned: what the worker
+/// renders when the person lets go (on this machine's threads).
+void ExactViewAfterRotation(benchmark::State& state) {
+    PlateViewer viewer;
+    qzview::MainWindow& window = viewer.Window();
+    window.Editor().Type(viewer.Top().id, qzview::Property::Rotation, {12.5, 0, 0});
+    viewer.Paint();
+    const qzview::CanvasView& canvas = window.Canvas();
+    const QSize size(static_cast<int>(canvas.width() * canvas.devicePixelRatioF()),
+                     static_cast<int>(canvas.height() * canvas.devicePixelRatioF()));
+    QImage view(size, QImage::Format_RGB32);
+    const std::atomic<bool> cancel{false};
+    const int threads = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+    for (auto _ : state) {
+        qzview::RenderExactView(canvas.Scene(), canvas.Mapping(), view, cancel, threads);
+    }
+    state.counters["zoom"] = canvas.Mapping().Zoom();
+    state.counters["resident_MB"] = ResidentMegabytes();
+}
+
 } // namespace
 
-BENCHMARK(DragStepWholePixels)
-    ->Name("viewer_drag_step_1024x512_float")
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(DragStepTurnedLayer)
-    ->Name("viewer_drag_step_1024x512_float_turned")
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(MoveStep)
+    ->Name("viewer_plates_move_step")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
 BENCHMARK(RotationStep)
-    ->Name("viewer_rotation_drag_step_1024x512_float")
-    ->Unit(benchmark::kMillisecond);
+    ->Name("viewer_plates_rotation_step")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(CornerScaleStep)
+    ->Name("viewer_plates_corner_scale_step")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(ScrubPosition)
+    ->Name("viewer_plates_scrub_position_step")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(ScrubOpacity)
+    ->Name("viewer_plates_scrub_opacity_step")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(ExactViewAfterRotation)
+    ->Name("viewer_plates_exact_view")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
 
 int main(int argc, char** argv) {
     return RunViewerBenchmarks(argc, argv);

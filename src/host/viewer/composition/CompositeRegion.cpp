@@ -90,12 +90,15 @@ bool Resample(const DrawnLayer& layer, const PixelRect& tile, bool straight,
     Prepare(layer, rect, straight, scratch.patch);
     const LayerPatch& patch = scratch.patch;
     float* p = out;
+    if (!shift) {
+        const auto row = static_cast<std::size_t>(tile.Width()) * 4;
+        for (int y = tile.y0; y < tile.y1; ++y, p += row) {
+            layer.warp.SampleRow(y, tile.x0, tile.x1, patch, p);
+        }
+        return true;
+    }
     for (int y = tile.y0; y < tile.y1; ++y) {
         for (int x = tile.x0; x < tile.x1; ++x, p += 4) {
-            if (!shift) {
-                layer.warp.Sample(x, y, patch, p);
-                continue;
-            }
             // On whole pixels the layer's pixel lands unchanged.
             const int sx = x - dx;
             const int sy = y - dy;

@@ -40,6 +40,18 @@ float HalfToFloat(std::uint16_t bits) noexcept {
     return std::bit_cast<float>(sign | (e << 23) | ((mantissa & 0x3FFu) << 13));
 }
 
+/// Every half float's value, looked up by its bits.
+const std::vector<float>& HalfValues() {
+    static const std::vector<float> values = [] {
+        std::vector<float> table(65536);
+        for (std::uint32_t bits = 0; bits < 65536; ++bits) {
+            table[bits] = HalfToFloat(static_cast<std::uint16_t>(bits));
+        }
+        return table;
+    }();
+    return values;
+}
+
 template <typename T>
 const T* Samples(const LayerImage& image, int x, int y) noexcept {
     return reinterpret_cast<const T*>(image.pixels.data()) +
@@ -85,8 +97,9 @@ void LayerImage::WorkingRow(int y, int x0, int x1, float* out) const noexcept {
     }
     case SampleKind::Half: {
         const auto* in = Samples<std::uint16_t>(*this, x0, y);
+        const float* values = HalfValues().data();
         for (std::size_t i = 0; i < count; ++i) {
-            out[i] = HalfToFloat(in[i]);
+            out[i] = values[in[i]];
         }
         return;
     }

@@ -58,12 +58,11 @@ public:
     /// The layer pixels that the filter reads for the composition pixels of `region`
     /// (not clipped to the layer).
     PixelRect Footprint(const PixelRect& region) const noexcept;
-    /// The composition pixels that the layer's pixels of `layer` (its whole rectangle)
-    /// can reach through the filter.
-    PixelRect Reach(const PixelRect& layer) const noexcept;
     /// The filtered value at composition pixel `x`, `y` from `patch`, whose rectangle must
     /// hold every layer pixel of Footprint({x, y, x + 1, y + 1}) that lies in the layer.
     void Sample(int x, int y, const LayerPatch& patch, float* out) const noexcept;
+    /// Sample for the pixels of row `y` from column `x0` to `x1 - 1`, four floats each.
+    void SampleRow(int y, int x0, int x1, const LayerPatch& patch, float* out) const noexcept;
 
 private:
     bool visible_ = false;
