@@ -1,35 +1,33 @@
-// The viewer's main window: the composition viewer in the middle, the docks of the host's
-// workspace around it (the Info panel's, created by the plug-in's tab creator, the Project
-// dock listing the layers and the Layer Properties dock), the menus and tools, and the
-// host's side of the Info palette: the pixel under the pointer, the text lines about the
-// tool and the hovered layer, the property readouts of the edits, the plug-in's menu
-// command and hooks.
+// The viewer's main window, which puts the viewer's parts together and connects them: the
+// composition viewer in the middle; the docks of the host's workspace around it (the Info
+// panel's, created by the plug-in's tab creator, the Project dock listing the layers and
+// the Layer Properties dock); a set of actions for each menu, and the toolbars; the layer
+// editor with its property readouts; and the host's side of the Info palette (InfoFeed).
+// It keeps the composition and the display settings, and runs the frames: the canvas and
+// the panels follow the composition and the pointer at most once per displayed frame.
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 
 #include <QMainWindow>
-#include <QTimer>
 
+#include "BackgroundReader.h"
+#include "FramePacer.h"
+#include "InfoFeed.h"
+#include "actions/WindowActions.h"
 #include "canvas/CanvasMapping.h"
 #include "canvas/DisplayImage.h"
 #include "canvas/SceneMaker.h"
 #include "composition/Composition.h"
+#include "docks/LayerPropertiesDock.h"
+#include "docks/ProjectDock.h"
 #include "editing/LayerEditor.h"
 #include "editing/PropertyReadout.h"
 #include "pixelview/PixelViewHost.h"
 
-class QAction;
-class QActionGroup;
-class QDockWidget;
-class QDoubleSpinBox;
 class QLabel;
-class QListWidget;
-class QMenu;
 
 namespace qzview {
 
@@ -37,6 +35,9 @@ class CanvasView;
 class DockWorkspace;
 class EventLog;
 class LayerPropertiesPanel;
+class ProjectActions;
+class ToolActions;
+class ViewActions;
 
 struct WindowSettings {
     /// The UI scale at which panels are drawn (pixels per unit).
@@ -67,7 +68,7 @@ public:
     /// panel from that thread, and the image becomes a layer when read.
     void OpenInBackground(const std::string& path);
     /// Whether a background read is under way.
-    bool Reading() const noexcept { return reader_.joinable(); }
+    bool Reading() const noexcept { return reader_.Busy(); }
 
     /// Runs the frame due now: the latest pointer position goes to the Info palette, the
     /// panels draw what they marked invalid. The frame timer calls it at most once per
@@ -78,15 +79,15 @@ public:
     DockWorkspace& Docks() const noexcept { return *docks_; }
     QDockWidget* ProjectDock() const noexcept { return projectDock_; }
     QDockWidget* LayersDock() const noexcept { return layersDock_; }
-    LayerPropertiesPanel& LayerPanel() const noexcept { return *layerPanel_; }
+    LayerPropertiesPanel& LayerPanel() const noexcept { return layersDock_->Panel(); }
     LayerEditor& Editor() const noexcept { return *editor_; }
     PropertyReadout& Readout() const noexcept { return *readout_; }
     /// Chooses a tool, as its menu item or its key does.
     void SetTool(Tool tool);
-    QMenu* WindowMenu() const noexcept { return windowMenu_; }
+    QMenu* WindowMenu() const noexcept { return windowActions_->menu(); }
     const Composition& Comp() const noexcept { return composition_; }
     /// The origin for X', Y', if set.
-    const std::optional<CompositionPoint>& Origin() const noexcept { return origin_; }
+    const std::optional<CompositionPoint>& Origin() const noexcept { return info_->Origin(); }
     void SetOrigin(std::optional<CompositionPoint> origin);
     /// Changes the project depth (0 8-bit, 1 16-bit, 2 float).
     void SetProjectDepth(std::int8_t depth);
@@ -102,27 +103,20 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void ConnectCanvas();
+    void ConnectEditor();
+    void BuildDocks();
     void BuildMenus();
-    void BuildProjectDock();
-    void BuildLayersDock();
-    void BuildLayerMenus();
+    void BuildToolBars();
     /// The selected layer's outline on the canvas, its properties in the dock and its row
     /// in the Project dock follow the selection.
     void FollowSelection();
     /// The selected layer's outline and its properties' values follow its values.
     void ShowSelectedValues();
-    void OnDragPressed(CompositionPoint at, Qt::KeyboardModifiers modifiers);
     void OnLayerValues(int layer);
-    /// Rebuilds the Window menu's items of the plug-in after its update-menu hook ran.
-    void UpdateWindowMenu();
     /// Hands the canvas the composition as it is now, in the display's colours.
     void RefreshDisplay();
     void RefreshProjectList();
-    void ScheduleFrame();
-    void OnPointer(CompositionPoint position);
-    /// Writes the tool hint and what is known of the hovered image into the panel.
-    void ShowHoverText(const Layer* hovered);
-    void ShowTextLines(const std::string& a, const std::string& b, const std::string& c);
     void DrainMainQueue();
     void FinishRead(std::shared_ptr<LayerImage> image, const std::string& error);
 
@@ -139,31 +133,21 @@ private:
     bool depthChosen_ = false;
 
     CanvasView* canvas_ = nullptr;
-    DockWorkspace* docks_ = nullptr;
-    QDockWidget* projectDock_ = nullptr;
-    QListWidget* projectList_ = nullptr;
-    QDockWidget* layersDock_ = nullptr;
-    LayerPropertiesPanel* layerPanel_ = nullptr;
-    std::unique_ptr<PropertyReadout> readout_;
-    LayerEditor* editor_ = nullptr;
-    QAction* toolActions_[3] = {nullptr, nullptr, nullptr};
-    QMenu* windowMenu_ = nullptr;
-    QActionGroup* depthGroup_ = nullptr;
-    QAction* depthActions_[3] = {nullptr, nullptr, nullptr};
-    QDoubleSpinBox* exposure_ = nullptr;
     /// The status bar's word while the canvas shows a preview.
     QLabel* preview_ = nullptr;
+    std::unique_ptr<PropertyReadout> readout_;
+    LayerEditor* editor_ = nullptr;
+    InfoFeed* info_ = nullptr;
+    DockWorkspace* docks_ = nullptr;
+    qzview::ProjectDock* projectDock_ = nullptr;
+    LayerPropertiesDock* layersDock_ = nullptr;
+    ViewActions* viewActions_ = nullptr;
+    ProjectActions* projectActions_ = nullptr;
+    ToolActions* toolActions_ = nullptr;
+    WindowActions* windowActions_ = nullptr;
 
-    std::optional<CompositionPoint> pointer_;
-    bool pointerPending_ = false;
-    std::optional<CompositionPoint> origin_;
-    /// The id of the layer under the pointer (0: none).
-    int hovered_ = 0;
-    bool hoverShown_ = false;
-
-    QTimer frameTimer_;
-    std::chrono::steady_clock::time_point lastFrame_{};
-    std::thread reader_;
+    FramePacer frames_;
+    BackgroundReader reader_;
     bool closed_ = false;
 };
 

@@ -1,0 +1,48 @@
+#include "ViewActions.h"
+
+#include <QCursor>
+#include <QDoubleSpinBox>
+
+#include "canvas/CanvasView.h"
+
+namespace qzview {
+
+ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&View"), window) {
+    QAction* in = Keep(QStringLiteral("ZoomIn"),
+                       menu_->addAction(tr("Zoom &In"), &canvas, &CanvasView::ZoomIn));
+    in->setShortcuts({QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    QAction* out = Keep(QStringLiteral("ZoomOut"),
+                        menu_->addAction(tr("Zoom &Out"), &canvas, &CanvasView::ZoomOut));
+    out->setShortcut(QKeySequence::ZoomOut);
+    QAction* actual =
+        Keep(QStringLiteral("ActualPixels"),
+             menu_->addAction(tr("&Actual Pixels (100%)"), &canvas, &CanvasView::ActualPixels));
+    actual->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_1), QKeySequence(Qt::Key_1)});
+    QAction* fit = Keep(QStringLiteral("FitInWindow"),
+                        menu_->addAction(tr("&Fit in Window"), &canvas, &CanvasView::FitToWindow));
+    fit->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_0), QKeySequence(Qt::Key_F)});
+    menu_->addSeparator();
+    QAction* setOrigin = Keep(QStringLiteral("SetOrigin"),
+                              menu_->addAction(tr("Set &Origin at Pointer"), this, [this, &canvas] {
+                                  const QPointF local = canvas.mapFromGlobal(QCursor::pos());
+                                  emit originSet(canvas.PositionAt(local));
+                              }));
+    setOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
+    setOrigin->setToolTip(tr("Sets the origin of X', Y' at the pointer (also Ctrl+click)"));
+    QAction* clearOrigin =
+        Keep(QStringLiteral("ClearOrigin"),
+             menu_->addAction(tr("&Clear Origin"), this, &ViewActions::originCleared));
+    clearOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+
+    // Made for the window; the toolbar that shows it becomes its parent.
+    exposure_ = new QDoubleSpinBox(&window);
+    exposure_->setObjectName(QStringLiteral("exposure"));
+    exposure_->setRange(-16, 16);
+    exposure_->setSingleStep(0.5);
+    exposure_->setDecimals(1);
+    exposure_->setSuffix(tr(" stops"));
+    exposure_->setToolTip(tr("Exposure of float images on the display; the Info panel always "
+                             "shows the working values"));
+}
+
+} // namespace qzview

@@ -1,0 +1,74 @@
+// What the viewer tells the Info palette about the pointer. The pixel under it is
+// delivered at most once a frame, and again whenever what lies under a still pointer may
+// have changed, with the origin of X', Y' when one is set. The text lines give the tool's
+// hint and what is known of the hovered image; they are written when the pointer comes
+// onto another layer, but not during a drag, whose property readout keeps the lines.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <QObject>
+
+#include "canvas/CanvasMapping.h"
+
+namespace qzhost::pixelview {
+class PixelViewHost;
+}
+
+namespace qzview {
+
+class Composition;
+struct Layer;
+class LayerEditor;
+
+class InfoFeed : public QObject {
+    Q_OBJECT
+public:
+    /// Reads `composition` under the pointer and `editor`'s tool and drag; delivers to
+    /// `host`'s palette.
+    InfoFeed(qzhost::pixelview::PixelViewHost& host, const Composition& composition,
+             const LayerEditor& editor, QObject* parent = nullptr);
+
+    /// The pointer moved to `position` on the canvas.
+    void PointerAt(CompositionPoint position);
+    /// Where the pointer was last on the canvas.
+    const std::optional<CompositionPoint>& Pointer() const noexcept { return pointer_; }
+
+    /// The origin for X', Y', if set.
+    const std::optional<CompositionPoint>& Origin() const noexcept { return origin_; }
+    void SetOrigin(std::optional<CompositionPoint> origin);
+
+    /// What lies under a still pointer may have changed: its pixel is delivered again at
+    /// the next frame.
+    void PixelChanged() noexcept { pixelDue_ = pointer_.has_value(); }
+    /// Another tool was chosen: its hint is written now if the pointer is on the canvas.
+    void ToolChanged();
+    /// The layers were listed again: the hovered layer's lines follow the next move.
+    void LayersChanged() noexcept;
+    /// Writes, as an alert, that an image could not be read and why.
+    void ShowReadError(const std::string& error);
+
+    /// The frame's part: delivers the pixel under the pointer when it is due.
+    void Deliver();
+
+signals:
+    /// The palette was given something to show, or a pixel is due: a frame is wanted.
+    void frameDue();
+
+private:
+    void ShowHoverText(const Layer* hovered);
+    void ShowTextLines(const std::string& a, const std::string& b, const std::string& c);
+
+    qzhost::pixelview::PixelViewHost& host_;
+    const Composition& composition_;
+    const LayerEditor& editor_;
+    std::optional<CompositionPoint> pointer_;
+    bool pixelDue_ = false;
+    std::optional<CompositionPoint> origin_;
+    /// The id of the layer under the pointer (0: none).
+    int hovered_ = 0;
+    bool hoverShown_ = false;
+};
+
+} // namespace qzview

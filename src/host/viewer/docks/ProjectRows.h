@@ -1,0 +1,25 @@
+// The rows of the Project dock, made from the composition's layers: one per layer, in the
+// composition's order, with the layer's name and what it is (a camera, or its image's
+// size, format and channel type).
+#pragma once
+
+#include <vector>
+
+#include <QString>
+
+#include "composition/Composition.h"
+
+namespace qzview {
+
+struct ProjectRow {
+    /// The id of the layer that the row lists.
+    int layer = 0;
+    QString text;
+};
+
+std::vector<ProjectRow> ProjectRows(const Composition& composition);
+
+/// The row that lists layer `layer` in `rows`, or -1.
+int RowOfLayer(const std::vector<ProjectRow>& rows, int layer);
+
+} // namespace qzview
