@@ -18,6 +18,7 @@ CanvasView::CanvasView(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumSize(160, 120);
     setCursor(Qt::CrossCursor);
+    size_ = DeviceSize();
     refiner_ = std::make_unique<ViewRefiner>([this](std::uint64_t request, QImage view) {
         // On the refiner's thread: the view is handed to the canvas's.
         QMetaObject::invokeMethod(
@@ -173,17 +174,15 @@ void CanvasView::FitToWindow() {
     Changed();
 }
 
-void CanvasView::resizeEvent(QResizeEvent* event) {
+void CanvasView::resizeEvent(QResizeEvent*) {
     if (!fitted_) {
         FitWithoutChoosing();
-    } else if (event->oldSize().isValid()) {
+    } else {
         // The composition point at the centre of the view stays there.
-        const double ratio = devicePixelRatioF();
         const QSize now = DeviceSize();
-        mapping_.KeepCentre(static_cast<int>(std::lround(event->oldSize().width() * ratio)),
-                            static_cast<int>(std::lround(event->oldSize().height() * ratio)),
-                            now.width(), now.height());
+        mapping_.KeepCentre(size_.width(), size_.height(), now.width(), now.height());
     }
+    size_ = DeviceSize();
     Changed();
 }
 

@@ -138,6 +138,8 @@ private:
     QImage exact_;
     std::uint64_t exactFor_ = 0;
     bool previewShown_ = true;
+    /// The canvas's size (device pixels) as the mapping was last placed for it.
+    QSize size_;
     bool hold_ = false;
     std::unique_ptr<ViewRefiner> refiner_;
     std::optional<LayerOutline> outline_;
