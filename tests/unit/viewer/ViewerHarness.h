@@ -11,6 +11,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,10 @@ protected:
 
     /// Starts a session on the bundled `samples` with this test's preference file.
     void Start(std::initializer_list<const char*> samples = {"chart.png"}, double scale = 1.0);
+    /// Starts a session on `layers` (read or made beforehand) with this test's preference
+    /// file, opening at `zoom` as the command line's --zoom does (none: fitted).
+    void StartWith(std::vector<qzview::LayerImage> layers,
+                   std::optional<double> zoom = std::nullopt);
     void Stop() { session_.reset(); }
 
     qzview::MainWindow& Window() { return session_->Window(); }
@@ -107,6 +112,10 @@ protected:
     static bool Visible(const qzhost::script::Json& snapshot, int id) {
         return snapshot.at("controls").at(static_cast<std::size_t>(id)).value("visible", false);
     }
+
+    /// Starts a session with `options` on `layers` (after checking the one before, if any),
+    /// shows its window and settles.
+    void Launch(const qzview::ViewerOptions& options, std::vector<qzview::LayerImage> layers);
 
     qztest::TempFolder folder_;
     std::unique_ptr<qzview::ViewerSession> session_;
