@@ -28,9 +28,9 @@ qzview::LayerImage Plate(const char* name, int width, int height, unsigned seed)
 }
 
 OIIO::ImageSpec Rgba(int width, int height) {
-    OIIO::ImageSpec spec(width, height, 4, OIIO::TypeDesc::FLOAT);
-    spec.alpha_channel = 3;
-    return spec;
+    OIIO::ImageSpec layout(width, height, 4, OIIO::TypeDesc::FLOAT);
+    layout.alpha_channel = 3;
+    return layout;
 }
 
 /// One layer placed into a composition-sized buffer, colour multiplied by alpha, the mask
