@@ -8,7 +8,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <fstream>
 #include <string>
 
 #include <Imath/half.h>
@@ -19,6 +18,7 @@
 #include "canvas/CanvasView.h"
 #include "canvas/ExactView.h"
 #include "editing/LayerEditor.h"
+#include "validate/ProcessMeasures.h"
 
 namespace {
 
@@ -59,14 +59,7 @@ qzview::LayerImage Plate(int index) {
 
 /// The process's resident memory in megabytes.
 double ResidentMegabytes() {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line)) {
-        if (line.rfind("VmRSS:", 0) == 0) {
-            return std::stod(line.substr(6)) / 1024.0;
-        }
-    }
-    return 0.0;
+    return static_cast<double>(qzhost::validate::ResidentBytes()) / (1024.0 * 1024.0);
 }
 
 class PlateViewer : public ViewerBenchSession {

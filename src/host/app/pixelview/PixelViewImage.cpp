@@ -23,21 +23,6 @@ void PixelViewImage::ReadAllPixels(const std::function<void(double)>& progress) 
     file_->ReadAllPixels(progress);
 }
 
-void PixelViewImage::ReadRowsRGBA(int y, int rows, float* out) const {
-    std::vector<float> values;
-    file_->ReadValues(header_.x0, header_.x0 + header_.width, y, y + rows, values);
-    const auto channels = static_cast<std::size_t>(header_.channels);
-    const std::size_t pixels =
-        static_cast<std::size_t>(header_.width) * static_cast<std::size_t>(rows);
-    for (std::size_t p = 0; p < pixels; ++p) {
-        const float* pixel = values.data() + p * channels;
-        out[4 * p + 0] = pixel[header_.red];
-        out[4 * p + 1] = pixel[header_.green];
-        out[4 * p + 2] = pixel[header_.blue];
-        out[4 * p + 3] = header_.alpha >= 0 ? pixel[header_.alpha] : 1.0f;
-    }
-}
-
 namespace {
 
 /// Picks red, green, blue and alpha out of `pixels` pixels of `channels` samples of type

@@ -64,11 +64,6 @@ public:
     /// reader goes; for reading whole images. Throws BadRequest when it cannot.
     void ReadAllPixels(const std::function<void(double)>& progress);
 
-    /// Rows `y` to `y + rows - 1` (inside the image), every column, as red, green, blue,
-    /// alpha floats per pixel into `out` (4 x Width() x rows values), by the same rule as
-    /// PixelAt. Throws BadRequest when the pixels cannot be read.
-    void ReadRowsRGBA(int y, int rows, float* out) const;
-
     /// How ReadRowsSamplesRGBA gives the samples, and the largest code of an integer
     /// image (a code k is the value k / IntegerMax()); 0 for half and float images.
     SampleKind Samples() const noexcept { return header_.samples; }

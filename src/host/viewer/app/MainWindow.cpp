@@ -96,7 +96,12 @@ void MainWindow::ConnectCanvas() {
             [this](CompositionPoint at, Qt::KeyboardModifiers modifiers) {
                 editor_->Drag(at, (modifiers & Qt::ShiftModifier) != 0);
             });
-    connect(canvas_, &CanvasView::dragReleased, this, [this] { editor_->Release(); });
+    // The canvas renders its exact view as the button comes up: it is given the layers'
+    // values of the drag's last step first.
+    connect(canvas_, &CanvasView::dragReleased, this, [this] {
+        editor_->Release();
+        SyncScene();
+    });
     connect(canvas_, &CanvasView::previewChanged, preview_, &QWidget::setVisible);
     connect(canvas_, &CanvasView::scaleWheel, this,
             [this](int steps, Qt::KeyboardModifiers modifiers) {
@@ -258,13 +263,17 @@ void MainWindow::SetOrigin(std::optional<CompositionPoint> origin) {
 
 void MainWindow::RunFrame() {
     frames_.Begin();
+    SyncScene();
+    info_->Deliver();
+    docks_->FlushPanels();
+}
+
+void MainWindow::SyncScene() {
     if (composition_.Generation() != shown_) {
         RefreshDisplay();
         // The pixel under the pointer may have changed with the composition.
         info_->PixelChanged();
     }
-    info_->Deliver();
-    docks_->FlushPanels();
 }
 
 void MainWindow::DrainMainQueue() {

@@ -114,6 +114,8 @@ private:
     /// The selected layer's outline and its properties' values follow its values.
     void ShowSelectedValues();
     void OnLayerValues(int layer);
+    /// Hands the canvas the composition if it changed since it was last shown.
+    void SyncScene();
     /// Hands the canvas the composition as it is now, in the display's colours.
     void RefreshDisplay();
     void RefreshProjectList();

@@ -61,10 +61,7 @@ void CanvasMapping::Fit(int width, int height, int canvas_width, int canvas_heig
             chosen = level;
         }
     }
-    zoom_ = chosen;
-    anchored_ = false;
-    originX_ = static_cast<int>(std::floor((canvas_width - width * zoom_) / 2));
-    originY_ = static_cast<int>(std::floor((canvas_height - height * zoom_) / 2));
+    Centre(chosen, width, height, canvas_width, canvas_height);
 }
 
 void CanvasMapping::Centre(double zoom, int width, int height, int canvas_width,

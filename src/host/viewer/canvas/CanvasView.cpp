@@ -60,10 +60,6 @@ bool CanvasView::ShowingPreview() const noexcept {
     return exactFor_ != request_ || exact_.size() != DeviceSize();
 }
 
-int CanvasView::RefinementsCancelled() const noexcept {
-    return refiner_->Cancelled();
-}
-
 int CanvasView::RefinementsFinished() const noexcept {
     return refiner_->FinishedRenders();
 }
@@ -129,7 +125,6 @@ void CanvasView::Changed() {
     update();
     TellPreview();
     Refine();
-    emit mappingChanged();
 }
 
 void CanvasView::ZoomAroundDevice(double zoom, QPoint device) {

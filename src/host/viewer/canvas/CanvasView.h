@@ -55,8 +55,7 @@ public:
     /// Whether the canvas shows the preview (the exact view is not ready for what it
     /// shows now).
     bool ShowingPreview() const noexcept;
-    /// The exact renders cancelled and finished so far.
-    int RefinementsCancelled() const noexcept;
+    /// The exact renders finished so far.
     int RefinementsFinished() const noexcept;
 
     const CanvasMapping& Mapping() const noexcept { return mapping_; }
@@ -87,8 +86,6 @@ signals:
     void pointerLeft();
     /// Ctrl+click: the origin is to be set at `position`.
     void originPicked(qzview::CompositionPoint position);
-    /// The zoom or the pan changed.
-    void mappingChanged();
     /// The left button went down at `position` (not Ctrl+click, not a pan).
     void dragPressed(qzview::CompositionPoint position, Qt::KeyboardModifiers modifiers);
     /// The pointer moved with the left button down.

@@ -4,6 +4,8 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <memory>
+#include <mutex>
 #include <stdexcept>
 
 #include <lcms2.h>
@@ -106,16 +108,24 @@ private:
     std::array<std::uint8_t, 0x8000> buckets_{};
 };
 
+/// The levels of the last settings shown, shared by every thread that turns values into
+/// display colours (the display images' and the exact view's threads come and go) and made
+/// again only when the settings change.
+std::shared_ptr<const DisplayLevels> LevelsFor(const DisplaySettings& settings) {
+    static std::mutex mutex;
+    static std::shared_ptr<const DisplayLevels> last;
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (!last || !last->For(settings)) {
+        last = std::make_shared<const DisplayLevels>(settings);
+    }
+    return last;
+}
+
 } // namespace
 
 void ToDisplay(const float* pixels, std::size_t count, const DisplaySettings& settings,
                const MonitorDisplay* monitor, std::uint32_t* out) {
-    // The levels of the last settings shown, kept for the next rows (per thread: the
-    // display images and the refined view are made on several).
-    thread_local std::unique_ptr<DisplayLevels> levels;
-    if (!levels || !levels->For(settings)) {
-        levels = std::make_unique<DisplayLevels>(settings);
-    }
+    const std::shared_ptr<const DisplayLevels> levels = LevelsFor(settings);
     for (std::size_t i = 0; i < count; ++i) {
         const float* p = pixels + 4 * i;
         // Alpha is not transferred: clamped, and rounded half away from zero.

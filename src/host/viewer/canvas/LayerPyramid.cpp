@@ -32,32 +32,6 @@ void DisplayRows(const LayerImage& image, const std::optional<RectMask>& mask,
     }
 }
 
-/// The level below `finer`: each pixel the rounded mean of the (up to) four it covers.
-QImage Halve(const QImage& finer) {
-    const int w = (finer.width() + 1) / 2;
-    const int h = (finer.height() + 1) / 2;
-    QImage out(w, h, QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < h; ++y) {
-        const int y0 = 2 * y;
-        const int y1 = std::min(2 * y + 1, finer.height() - 1);
-        const auto* a = reinterpret_cast<const std::uint32_t*>(finer.constScanLine(y0));
-        const auto* b = reinterpret_cast<const std::uint32_t*>(finer.constScanLine(y1));
-        auto* line = reinterpret_cast<std::uint32_t*>(out.scanLine(y));
-        for (int x = 0; x < w; ++x) {
-            const int x0 = 2 * x;
-            const int x1 = std::min(2 * x + 1, finer.width() - 1);
-            std::uint32_t pixel = 0;
-            for (int shift = 0; shift <= 24; shift += 8) {
-                const std::uint32_t sum = ((a[x0] >> shift) & 0xFF) + ((a[x1] >> shift) & 0xFF) +
-                                          ((b[x0] >> shift) & 0xFF) + ((b[x1] >> shift) & 0xFF);
-                pixel |= ((sum + 2) / 4) << shift;
-            }
-            line[x] = pixel;
-        }
-    }
-    return out;
-}
-
 } // namespace
 
 LayerPyramid::LayerPyramid(const LayerImage& image, const std::optional<RectMask>& mask,
@@ -73,7 +47,10 @@ LayerPyramid::LayerPyramid(const LayerImage& image, const std::optional<RectMask
     half.join();
     levels_.push_back(std::move(full));
     while (std::max(levels_.back().width(), levels_.back().height()) > kSmallest) {
-        levels_.push_back(Halve(levels_.back()));
+        // Qt's smooth scaling averages the pixels that each new pixel covers.
+        const QImage& finer = levels_.back();
+        levels_.push_back(finer.scaled((finer.width() + 1) / 2, (finer.height() + 1) / 2,
+                                       Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
 }
 
@@ -83,14 +60,6 @@ int LayerPyramid::LevelFor(double scale) const noexcept {
     }
     const int level = static_cast<int>(std::floor(std::log2(1.0 / scale)));
     return std::clamp(level, 0, Levels() - 1);
-}
-
-std::size_t LayerPyramid::Bytes() const noexcept {
-    std::size_t bytes = 0;
-    for (const QImage& level : levels_) {
-        bytes += static_cast<std::size_t>(level.sizeInBytes());
-    }
-    return bytes;
 }
 
 } // namespace qzview

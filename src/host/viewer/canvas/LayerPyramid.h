@@ -1,6 +1,6 @@
 // A layer's pixels as the canvas draws them while the person edits: display colours,
 // premultiplied by alpha and the mask's coverage (the opacity is applied as the layer is
-// drawn), at full resolution and halved again and again (each pixel the mean of four)
+// drawn), at full resolution and halved again and again (each pixel the mean of those it covers)
 // down to a few dozen pixels. Made when the layer's pixels, its mask or the display
 // settings change; drawn through the layer's transform at the level nearest the view's
 // resolution, so a drag costs what the window shows.
@@ -27,8 +27,6 @@ public:
     /// The coarsest level whose pixels are still no larger than a screen pixel when the
     /// layer is drawn at `scale` screen pixels per layer pixel.
     int LevelFor(double scale) const noexcept;
-    /// The bytes the levels hold.
-    std::size_t Bytes() const noexcept;
 
 private:
     std::vector<QImage> levels_;

@@ -38,12 +38,4 @@ CanvasScene SceneMaker::Make(const Composition& composition, const DisplaySettin
     return scene;
 }
 
-std::size_t SceneMaker::Bytes() const noexcept {
-    std::size_t bytes = 0;
-    for (const auto& [id, kept] : kept_) {
-        bytes += kept.pyramid ? kept.pyramid->Bytes() : 0;
-    }
-    return bytes;
-}
-
 } // namespace qzview

@@ -18,8 +18,6 @@ public:
     /// The scene of `composition` shown with `display` (and `monitor`, which may be null).
     CanvasScene Make(const Composition& composition, const DisplaySettings& display,
                      const std::shared_ptr<const MonitorDisplay>& monitor);
-    /// The bytes that the kept display images hold.
-    std::size_t Bytes() const noexcept;
 
 private:
     struct Kept {

@@ -1,10 +1,11 @@
 #include "LayerImage.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
+
+#include <Imath/half.h>
 
 #include "pixelview/PixelViewError.h"
 #include "pixelview/PixelViewImage.h"
@@ -16,48 +17,22 @@ namespace {
 /// Rows read at a time.
 constexpr int kBand = 64;
 
-/// The float of a half float's bits.
-float HalfToFloat(std::uint16_t bits) noexcept {
-    const std::uint32_t sign = static_cast<std::uint32_t>(bits & 0x8000u) << 16;
-    const std::uint32_t exponent = (bits >> 10) & 0x1Fu;
-    std::uint32_t mantissa = bits & 0x3FFu;
-    if (exponent == 0x1F) {
-        return std::bit_cast<float>(sign | 0x7F800000u | (mantissa << 13)); // inf, NaN
-    }
-    if (exponent != 0) {
-        return std::bit_cast<float>(sign | ((exponent + 112) << 23) | (mantissa << 13));
-    }
-    if (mantissa == 0) {
-        return std::bit_cast<float>(sign); // signed zero
-    }
-    // Subnormal: shift the mantissa up to an implicit one.
-    int shift = 0;
-    while ((mantissa & 0x400u) == 0) {
-        mantissa <<= 1;
-        ++shift;
-    }
-    const std::uint32_t e = static_cast<std::uint32_t>(113 - shift);
-    return std::bit_cast<float>(sign | (e << 23) | ((mantissa & 0x3FFu) << 13));
-}
-
-/// Every half float's value, looked up by its bits.
-const std::vector<float>& HalfValues() {
-    static const std::vector<float> values = [] {
-        std::vector<float> table(65536);
-        for (std::uint32_t bits = 0; bits < 65536; ++bits) {
-            table[bits] = HalfToFloat(static_cast<std::uint16_t>(bits));
-        }
-        return table;
-    }();
-    return values;
-}
-
 template <typename T>
 const T* Samples(const LayerImage& image, int x, int y) noexcept {
     return reinterpret_cast<const T*>(image.pixels.data()) +
            (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
             static_cast<std::size_t>(x)) *
                4;
+}
+
+/// Turns `count` samples of type T from column `x0` of row `y` into working values.
+template <typename T, typename Value>
+void Convert(const LayerImage& image, int y, int x0, std::size_t count, float* out,
+             const Value& value) noexcept {
+    const T* in = Samples<T>(image, x0, y);
+    for (std::size_t i = 0; i < count; ++i) {
+        out[i] = value(in[i]);
+    }
 }
 
 } // namespace
@@ -77,32 +52,21 @@ std::size_t LayerImage::SampleBytes() const noexcept {
 
 void LayerImage::WorkingRow(int y, int x0, int x1, float* out) const noexcept {
     const auto count = static_cast<std::size_t>(x1 - x0) * 4;
+    // A code k is k / the largest code, correctly rounded, as the host reads an integer
+    // pixel.
+    const float scale = static_cast<float>(integerMax);
+    const auto code = [scale](auto k) { return static_cast<float>(k) / scale; };
     switch (samples) {
-    case SampleKind::Code8: {
-        // A code k is k / 255, correctly rounded, as the host reads an 8-bit pixel.
-        const float scale = static_cast<float>(integerMax);
-        const auto* in = Samples<std::uint8_t>(*this, x0, y);
-        for (std::size_t i = 0; i < count; ++i) {
-            out[i] = static_cast<float>(in[i]) / scale;
-        }
+    case SampleKind::Code8:
+        Convert<std::uint8_t>(*this, y, x0, count, out, code);
         return;
-    }
-    case SampleKind::Code16: {
-        const float scale = static_cast<float>(integerMax);
-        const auto* in = Samples<std::uint16_t>(*this, x0, y);
-        for (std::size_t i = 0; i < count; ++i) {
-            out[i] = static_cast<float>(in[i]) / scale;
-        }
+    case SampleKind::Code16:
+        Convert<std::uint16_t>(*this, y, x0, count, out, code);
         return;
-    }
-    case SampleKind::Half: {
-        const auto* in = Samples<std::uint16_t>(*this, x0, y);
-        const float* values = HalfValues().data();
-        for (std::size_t i = 0; i < count; ++i) {
-            out[i] = values[in[i]];
-        }
+    case SampleKind::Half:
+        Convert<Imath::half>(*this, y, x0, count, out,
+                             [](Imath::half h) { return static_cast<float>(h); });
         return;
-    }
     case SampleKind::Float:
         std::memcpy(out, Samples<float>(*this, x0, y), count * sizeof(float));
         return;

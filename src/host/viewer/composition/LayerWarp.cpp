@@ -45,14 +45,12 @@ LayerWarp::LayerWarp(const Affine& transform) noexcept {
         dx_ = static_cast<int>(transform.e);
         dy_ = static_cast<int>(transform.f);
     }
-    forward_ = {{
-        {static_cast<float>(transform.a), static_cast<float>(transform.b), 0.0f},
-        {static_cast<float>(transform.c), static_cast<float>(transform.d), 0.0f},
-        {static_cast<float>(transform.e), static_cast<float>(transform.f), 1.0f},
-    }};
-    const Imath::M33f forward(forward_[0][0], forward_[0][1], forward_[0][2], forward_[1][0],
-                              forward_[1][1], forward_[1][2], forward_[2][0], forward_[2][1],
-                              forward_[2][2]);
+    // In single precision as the image library takes it (row vectors: [x' y' 1] =
+    // [x y 1] M).
+    const Imath::M33f forward(
+        static_cast<float>(transform.a), static_cast<float>(transform.b), 0.0f,
+        static_cast<float>(transform.c), static_cast<float>(transform.d), 0.0f,
+        static_cast<float>(transform.e), static_cast<float>(transform.f), 1.0f);
     const Imath::M33f inverse = forward.inverse();
     for (int i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) {
@@ -61,12 +59,13 @@ LayerWarp::LayerWarp(const Affine& transform) noexcept {
     }
     // The derivatives of the layer position along the composition's axes are the
     // inverse's linear part; the filter widens by the larger of them on each layer axis.
-    ds_ = std::max(1.0f, std::max(std::fabs(inverse_[0][0]), std::fabs(inverse_[1][0])));
-    dt_ = std::max(1.0f, std::max(std::fabs(inverse_[0][1]), std::fabs(inverse_[1][1])));
-    dsInv_ = 1.0f / ds_;
-    dtInv_ = 1.0f / dt_;
-    radiusS_ = 0.5f * ds_ * 2.0f;
-    radiusT_ = 0.5f * dt_ * 2.0f;
+    const float ds = std::max(1.0f, std::max(std::fabs(inverse_[0][0]), std::fabs(inverse_[1][0])));
+    const float dt = std::max(1.0f, std::max(std::fabs(inverse_[0][1]), std::fabs(inverse_[1][1])));
+    dsInv_ = 1.0f / ds;
+    dtInv_ = 1.0f / dt;
+    // Half the filter's width of 2, widened.
+    radiusS_ = 0.5f * ds * 2.0f;
+    radiusT_ = 0.5f * dt * 2.0f;
 }
 
 bool LayerWarp::WholePixelShift(int& dx, int& dy) const noexcept {

@@ -69,13 +69,10 @@ private:
     bool shift_ = false;
     int dx_ = 0;
     int dy_ = 0;
-    // The transform in single precision as the image library takes it (row vectors:
-    // [x' y' 1] = [x y 1] M) and its inverse.
-    std::array<std::array<float, 3>, 3> forward_{};
+    // The inverse of the transform in single precision as the image library takes it
+    // (row vectors: [s t 1] = [x y 1] M^-1).
     std::array<std::array<float, 3>, 3> inverse_{};
-    // The filter's scale along each axis of the layer (at least 1) and its reach.
-    float ds_ = 1;
-    float dt_ = 1;
+    // One over the filter's scale along each axis of the layer (at least 1), and its reach.
     float dsInv_ = 1;
     float dtInv_ = 1;
     float radiusS_ = 1;
