@@ -37,6 +37,18 @@ std::string FirstLine(const std::string& message) {
     return line.empty() ? "unknown error" : line;
 }
 
+/// `message` without the file's path, which the message that quotes it names already
+/// ('Invalid image file "a.png": Not a PNG file' becomes 'Invalid image file: Not a PNG file').
+std::string WithoutPath(std::string message, const std::string& path) {
+    for (const std::string& quoted : {" \"" + path + "\"", " '" + path + "'", " " + path}) {
+        for (std::size_t at = message.find(quoted); at != std::string::npos;
+             at = message.find(quoted, at)) {
+            message.erase(at, quoted.size());
+        }
+    }
+    return message;
+}
+
 std::string Lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -172,7 +184,7 @@ OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
             (void)cached_.buffer->nativespec();
             header_.formatName = cached_.buffer->file_format_name();
         } else {
-            message = FirstLine(cached_.buffer->geterror());
+            message = WithoutPath(FirstLine(cached_.buffer->geterror()), path);
             (void)OIIO::geterror();
         }
     }
@@ -358,7 +370,7 @@ void OiioImageFile::ReadAllPixels(const std::function<void(double)>& progress) {
         auto callback = progress;
         if (!cached_.buffer->read(0, 0, /*force=*/true, OIIO::TypeDesc::UNKNOWN, &ReportProgress,
                                   &callback)) {
-            message = FirstLine(cached_.buffer->geterror());
+            message = WithoutPath(FirstLine(cached_.buffer->geterror()), path_);
             (void)OIIO::geterror();
         }
     }

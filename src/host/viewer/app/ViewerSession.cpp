@@ -14,7 +14,8 @@
 
 namespace qzview {
 
-ViewerSession::ViewerSession(const ViewerOptions& options, std::vector<LayerImage> images)
+ViewerSession::ViewerSession(const ViewerOptions& options, std::vector<LayerImage> images,
+                             std::vector<std::string> unreadable)
     : geometry_(options.geometry) {
     if (options.logJson) {
         log_ = std::make_unique<EventLog>(stdout);
@@ -45,6 +46,9 @@ ViewerSession::ViewerSession(const ViewerOptions& options, std::vector<LayerImag
     window_->RestoreLayout();
     if (geometry_) {
         window_->setGeometry(*geometry_);
+    }
+    if (!unreadable.empty()) {
+        window_->ReportUnreadable(unreadable);
     }
 }
 

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "MainWindow.h"
 #include "ViewerOptions.h"
@@ -16,9 +18,11 @@ namespace qzview {
 class ViewerSession {
 public:
     /// Loads the plug-in with the options' settings and builds the window around
-    /// `images` (already read). Throws std::runtime_error with a one-line message when
-    /// the host refuses a setting or the plug-in does not start.
-    ViewerSession(const ViewerOptions& options, std::vector<LayerImage> images);
+    /// `images` (already read); `unreadable` holds why each image that could not be read
+    /// failed, for the window to report. Throws std::runtime_error with a one-line message
+    /// when the host refuses a setting or the plug-in does not start.
+    ViewerSession(const ViewerOptions& options, std::vector<LayerImage> images,
+                  std::vector<std::string> unreadable = {});
     ~ViewerSession();
     ViewerSession(const ViewerSession&) = delete;
     ViewerSession& operator=(const ViewerSession&) = delete;

@@ -1,7 +1,9 @@
 // qzview: the reference host's interactive viewer. The images given on the command line
-// are read before any window opens, so that a file that cannot be read ends the run with
-// one line on standard error and status 2. SIGTERM and the Quit command end the run
-// cleanly: the plug-in's death hook runs and the preference file is written.
+// are read before any window opens; the window opens with those that could be read, and
+// each one that could not is reported (one line on standard error here, and in the window).
+// SIGTERM and the Quit command end the run cleanly: the plug-in's death hook runs and the
+// preference file is written.
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <iostream>
@@ -39,16 +41,22 @@ int main(int argc, char** argv) {
 
     qzhost::MainLoop::Get().AdoptCurrentThread();
     std::vector<qzview::LayerImage> images;
+    std::vector<std::string> unreadable;
     for (const std::string& path : options.images) {
         try {
             images.push_back(qzview::ReadLayerImage(path));
         } catch (const std::exception& error) {
             std::cerr << "qzview: " << error.what() << '\n';
-            return 2;
+            unreadable.emplace_back(error.what());
         }
     }
 
-    QApplication app(argc, argv);
+    // Qt is handed the program's name only: the options are the viewer's, and Qt would
+    // take some of them for its own (it reads "--plugin" as its "-plugin"). Qt's own
+    // settings come from its environment variables (QT_QPA_PLATFORM, QT_SCALE_FACTOR...).
+    int qtArgc = 1;
+    std::array<char*, 2> qtArgv{argv[0], nullptr};
+    QApplication app(qtArgc, qtArgv.data());
     QApplication::setApplicationName(QStringLiteral("qzview"));
 
     if (socketpair(AF_UNIX, SOCK_STREAM, 0, gSignalPipe) != 0) {
@@ -69,7 +77,7 @@ int main(int argc, char** argv) {
     sigaction(SIGINT, &action, nullptr);
 
     try {
-        qzview::ViewerSession session(options, std::move(images));
+        qzview::ViewerSession session(options, std::move(images), std::move(unreadable));
         session.Show();
         const int status = QApplication::exec();
         session.Shutdown();
