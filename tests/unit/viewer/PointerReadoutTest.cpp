@@ -118,8 +118,9 @@ TEST_F(PointerReadoutTest, OutsideTheCompositionIsTransparentBlack) {
     EXPECT_EQ(Text(snapshot, 9), "");
     EXPECT_EQ(Text(snapshot, 10), "0");
     EXPECT_EQ(Text(snapshot, 15), "-5");
-    // Over no image the host writes only its tool hint.
-    EXPECT_EQ(Text(snapshot, 20), "Drag to move, corners to scale");
+    // Over no image the host writes only its tool hint: with the image selected, beside it
+    // only its corners can be dragged.
+    EXPECT_EQ(Text(snapshot, 20), "Drag a corner to scale");
     EXPECT_EQ(Text(snapshot, 21), "");
 }
 

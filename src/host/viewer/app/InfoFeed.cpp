@@ -13,16 +13,26 @@ namespace qzview {
 
 namespace {
 
-/// The hint of each tool, written as the first text line: short enough for the panel's
-/// width at UI scale 2.
-const char* ToolHint(Tool tool) {
+/// The first text line: what the current tool does from where the pointer is. A press
+/// takes the layer under the pointer; the anchor-point and rotation tools go on with the
+/// selected layer when the press is beside every layer. Short enough for the panel's width
+/// at UI scale 2.
+const char* ToolHint(Tool tool, bool empty, bool over_layer, bool selected) {
+    if (empty) {
+        return "Open an image: File > Open";
+    }
     switch (tool) {
     case Tool::Selection:
-        return "Drag to move, corners to scale";
+        if (over_layer) {
+            return "Drag to move, corners to scale";
+        }
+        return selected ? "Drag a corner to scale" : "Click a layer to select it";
     case Tool::AnchorPoint:
-        return "Drag to move the anchor point";
+        return over_layer || selected ? "Drag to move the anchor point"
+                                      : "Select a layer to move its anchor";
     case Tool::Rotation:
-        return "Drag to rotate about the anchor";
+        return over_layer || selected ? "Drag to rotate about the anchor"
+                                      : "Select a layer to rotate it";
     }
     return "";
 }
@@ -65,10 +75,26 @@ void InfoFeed::LayersChanged() noexcept {
     hoverShown_ = false;
 }
 
-void InfoFeed::ShowReadError(const std::string& error) {
-    qzhost::HostControls::Get().SetAlerts(true, false, false, false);
-    ShowTextLines("Cannot read the image", error, "");
+void InfoFeed::ShowReadErrors(const std::vector<std::string>& errors) {
+    if (errors.empty()) {
+        return;
+    }
+    const std::string first = errors.size() == 1
+                                  ? "Cannot read the image"
+                                  : "Cannot read " + std::to_string(errors.size()) + " images";
+    lines_ = Lines{first, errors[0], errors.size() > 1 ? errors[1] : "", true};
+    WriteLines();
     hoverShown_ = false;
+}
+
+void InfoFeed::ShowHover() {
+    // Before the pointer has been on the canvas, the lines describe the selected layer
+    // (the image just opened).
+    const Layer* hovered =
+        pointer_ ? composition_.LayerAt(pointer_->x, pointer_->y) : editor_.SelectedLayer();
+    hovered_ = hovered != nullptr ? hovered->id : 0;
+    hoverShown_ = true;
+    ShowHoverText(hovered);
 }
 
 void InfoFeed::Deliver() {
@@ -90,10 +116,22 @@ void InfoFeed::Deliver() {
     }
 }
 
+void InfoFeed::PanelOpened() {
+    if (lines_) {
+        WriteLines();
+    } else {
+        ShowHover();
+    }
+    PixelChanged();
+    emit frameDue();
+}
+
 void InfoFeed::ShowHoverText(const Layer* hovered) {
-    qzhost::HostControls::Get().SetAlerts(false, false, false, false);
-    const char* hint = ToolHint(editor_.CurrentTool());
-    if (hovered == nullptr || !hovered->Drawn()) {
+    const Layer* selected = editor_.SelectedLayer();
+    const bool over = hovered != nullptr && hovered->Drawn();
+    const char* hint = ToolHint(editor_.CurrentTool(), composition_.Empty(), over,
+                                selected != nullptr && selected->Drawn());
+    if (!over) {
         ShowTextLines(hint, "", "");
         return;
     }
@@ -104,8 +142,14 @@ void InfoFeed::ShowHoverText(const Layer* hovered) {
 }
 
 void InfoFeed::ShowTextLines(const std::string& a, const std::string& b, const std::string& c) {
+    lines_ = Lines{a, b, c, false};
+    WriteLines();
+}
+
+void InfoFeed::WriteLines() {
+    qzhost::HostControls::Get().SetAlerts(lines_->alert, false, false, false);
     const QZ_InfoPaletteSuite2& suite = host_.Suite();
-    suite.SetTextLines3(a.c_str(), b.c_str(), c.c_str());
+    suite.SetTextLines3(lines_->a.c_str(), lines_->b.c_str(), lines_->c.c_str());
     emit frameDue();
 }
 

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QObject>
 
@@ -46,8 +47,17 @@ public:
     void ToolChanged();
     /// The layers were listed again: the hovered layer's lines follow the next move.
     void LayersChanged() noexcept;
-    /// Writes, as an alert, that an image could not be read and why.
-    void ShowReadError(const std::string& error);
+    /// Writes, as an alert, that images could not be read and why (the first two reasons).
+    void ShowReadErrors(const std::vector<std::string>& errors);
+    /// Something else wrote the text lines (a property readout): the hover lines come back
+    /// at the next pointer move outside a drag.
+    void LinesTaken() noexcept { hoverShown_ = false; }
+    /// The Info panel was created (again): it is given the text lines that the viewer last
+    /// wrote (the hover lines if none) and the pixel under the pointer at the next frame.
+    void PanelOpened();
+    /// Writes the hover lines now (the tool's hint and the layer under the pointer),
+    /// whatever the lines show.
+    void ShowHover();
 
     /// The frame's part: delivers the pixel under the pointer when it is due.
     void Deliver();
@@ -59,6 +69,7 @@ signals:
 private:
     void ShowHoverText(const Layer* hovered);
     void ShowTextLines(const std::string& a, const std::string& b, const std::string& c);
+    void WriteLines();
 
     qzhost::pixelview::PixelViewHost& host_;
     const Composition& composition_;
@@ -69,6 +80,12 @@ private:
     /// The id of the layer under the pointer (0: none).
     int hovered_ = 0;
     bool hoverShown_ = false;
+    /// The text lines as the viewer last wrote them, and whether they were an alert.
+    struct Lines {
+        std::string a, b, c;
+        bool alert = false;
+    };
+    std::optional<Lines> lines_;
 };
 
 } // namespace qzview

@@ -3,6 +3,7 @@
 #include <QDockWidget>
 #include <QEvent>
 #include <QMainWindow>
+#include <QMenu>
 
 #include "DockTitleBar.h"
 #include "PanelWidget.h"
@@ -75,12 +76,19 @@ void DockWorkspace::TabOpened(const std::string& tab_type, qzhost::TabFrame& fra
         connect(tab.titleBar, &DockTitleBar::flyoutChosen, this, &DockWorkspace::panelsTouched);
     }
     tab.panel = new PanelWidget(frame, scale_, dock);
+    // A right-click on the panel opens its flyout menu, as the title bar's button does.
+    tab.panel->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(tab.panel, &QWidget::customContextMenuRequested, tab.titleBar,
+            [bar = tab.titleBar, panel = tab.panel](const QPoint& at) {
+                bar->FlyoutMenu()->popup(panel->mapToGlobal(at));
+            });
     connect(tab.panel, &PanelWidget::painted, this,
             [this, tab_type] { emit panelPainted(QString::fromStdString(tab_type)); });
     dock->setWidget(tab.panel);
     dock->show();
     dock->raise();
     UpdateAnswers(tab_type);
+    emit panelOpened(QString::fromStdString(tab_type));
     emit panelsTouched();
 }
 

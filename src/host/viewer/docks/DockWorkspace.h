@@ -51,6 +51,8 @@ public:
 signals:
     /// A panel may have changed: its drawing is due.
     void panelsTouched();
+    /// A panel was created in its dock (at the first start, or again after it was closed).
+    void panelOpened(const QString& tab_type);
     /// A panel was painted on the screen.
     void panelPainted(const QString& tab_type);
 
