@@ -1,6 +1,5 @@
 #include "ViewActions.h"
 
-#include <QCursor>
 #include <QDoubleSpinBox>
 
 #include "canvas/CanvasView.h"
@@ -22,13 +21,15 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
                         menu_->addAction(tr("&Fit in Window"), &canvas, &CanvasView::FitToWindow));
     fit->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_0), QKeySequence(Qt::Key_F)});
     menu_->addSeparator();
-    QAction* setOrigin = Keep(QStringLiteral("SetOrigin"),
-                              menu_->addAction(tr("Set &Origin at Pointer"), this, [this, &canvas] {
-                                  const QPointF local = canvas.mapFromGlobal(QCursor::pos());
-                                  emit originSet(canvas.PositionAt(local));
-                              }));
-    setOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
-    setOrigin->setToolTip(tr("Sets the origin of X', Y' at the pointer (also Ctrl+click)"));
+    // The menu's own place is not the pointer's place on the canvas: the action takes the
+    // last place there, whatever opened it.
+    setOrigin_ =
+        Keep(QStringLiteral("SetOrigin"),
+             menu_->addAction(tr("Set &Origin at Pointer"), this, &ViewActions::originAtPointer));
+    setOrigin_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
+    setOrigin_->setToolTip(tr("Sets the origin of X', Y' at the corner of the pixel under the "
+                              "pointer (also Ctrl+click)"));
+    setOrigin_->setEnabled(false);
     QAction* clearOrigin =
         Keep(QStringLiteral("ClearOrigin"),
              menu_->addAction(tr("&Clear Origin"), this, &ViewActions::originCleared));
@@ -43,6 +44,10 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
     exposure_->setSuffix(tr(" stops"));
     exposure_->setToolTip(tr("Exposure of float images on the display; the Info panel always "
                              "shows the working values"));
+}
+
+void ViewActions::SetPointerKnown(bool known) {
+    setOrigin_->setEnabled(known);
 }
 
 } // namespace qzview

@@ -1,13 +1,16 @@
 #include "MainWindow.h"
 
 #include <array>
+#include <cmath>
 
 #include <QCloseEvent>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 
 #include "ReadyEvent.h"
@@ -20,6 +23,7 @@
 #include "actions/ViewActions.h"
 #include "canvas/CanvasView.h"
 #include "docks/DockLayout.h"
+#include "docks/DockWidthKeeper.h"
 #include "docks/DockWorkspace.h"
 #include "docks/LayerPropertiesPanel.h"
 #include "docks/PanelWidget.h"
@@ -29,6 +33,23 @@
 #include "script/ScriptSession.h"
 
 namespace qzview {
+
+namespace {
+
+/// A reader's one-line error as a sentence: a capital first letter and a full stop.
+QString ErrorSentence(const std::string& error) {
+    QString sentence = QString::fromStdString(error).trimmed();
+    if (sentence.isEmpty()) {
+        return sentence;
+    }
+    sentence[0] = sentence[0].toUpper();
+    if (!sentence.endsWith(QLatin1Char('.'))) {
+        sentence += QLatin1Char('.');
+    }
+    return sentence;
+}
+
+} // namespace
 
 MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSettings& settings,
                        EventLog* log)
@@ -48,6 +69,13 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
     preview_->setObjectName(QStringLiteral("status.preview"));
     preview_->setToolTip(tr("The canvas shows a preview; the exact view follows when you let go"));
     statusBar()->addPermanentWidget(preview_);
+    origin_ = new QLabel(this);
+    origin_->setObjectName(QStringLiteral("status.origin"));
+    origin_->setToolTip(tr("The origin of X', Y' (Ctrl+click sets it)"));
+    statusBar()->addPermanentWidget(origin_);
+    zoom_ = new QLabel(this);
+    zoom_->setObjectName(QStringLiteral("status.zoom"));
+    statusBar()->addPermanentWidget(zoom_);
 
     readout_ = std::make_unique<PropertyReadout>(host_.Suite(), log_);
     editor_ = new LayerEditor(composition_, *readout_, this);
@@ -58,6 +86,15 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
 
     docks_ = new DockWorkspace(*this, settings_.scale);
     connect(docks_, &DockWorkspace::panelsTouched, &frames_, &FramePacer::Schedule);
+    // A panel made again is given the current lines and pixel once its creation is over.
+    connect(
+        docks_, &DockWorkspace::panelOpened, info_,
+        [this](const QString& type) {
+            if (type.toStdString() == qzhost::script::kInfoTabType) {
+                info_->PanelOpened();
+            }
+        },
+        Qt::QueuedConnection);
     if (log_ != nullptr) {
         connect(docks_, &DockWorkspace::panelPainted, this, [this](const QString& type) {
             if (type.toStdString() == qzhost::script::kInfoTabType) {
@@ -88,6 +125,9 @@ void MainWindow::ConnectCanvas() {
     connect(canvas_, &CanvasView::pointerMoved, info_, &InfoFeed::PointerAt);
     connect(canvas_, &CanvasView::originPicked, this,
             [this](CompositionPoint at) { SetOrigin(at); });
+    connect(canvas_, &CanvasView::zoomChanged, zoom_, [this](double zoom) {
+        zoom_->setText(tr("Zoom %1%").arg(QLocale().toString(zoom * 100, 'g', 4)));
+    });
     // A press on a corner handle of the selected layer takes hold of the corner.
     connect(canvas_, &CanvasView::dragPressed, this, [this](CompositionPoint at) {
         editor_->Press(at, OnCornerHandle(*canvas_, composition_, editor_->SelectedLayer(), at));
@@ -111,12 +151,17 @@ void MainWindow::ConnectCanvas() {
 
 void MainWindow::ConnectEditor() {
     connect(editor_, &LayerEditor::valuesChanged, this, &MainWindow::OnLayerValues);
-    connect(editor_, &LayerEditor::selectionChanged, this, [this] { FollowSelection(); });
+    connect(editor_, &LayerEditor::selectionChanged, this, [this] {
+        FollowSelection();
+        // The tool's hint depends on whether a layer is selected.
+        info_->LinesTaken();
+    });
     connect(editor_, &LayerEditor::layersChanged, this, [this] {
         RefreshProjectList();
         FollowSelection();
     });
     connect(editor_, &LayerEditor::readoutMade, &frames_, &FramePacer::Schedule);
+    connect(editor_, &LayerEditor::readoutMade, info_, &InfoFeed::LinesTaken);
 }
 
 void MainWindow::BuildDocks() {
@@ -126,10 +171,12 @@ void MainWindow::BuildDocks() {
 
     layersDock_ = new LayerPropertiesDock(this);
     addDockWidget(Qt::LeftDockWidgetArea, layersDock_);
-    // Room for a row of three numbers; the Project list needs less height than the
-    // properties. A saved layout puts its own sizes back.
-    resizeDocks({layersDock_}, {330}, Qt::Horizontal);
-    resizeDocks({projectDock_, layersDock_}, {140, 420}, Qt::Vertical);
+    // The docks' places and sizes are the saved layout's or the default one's
+    // (RestoreLayout).
+    dockWidths_ = new DockWidthKeeper(*this, {projectDock_, layersDock_});
+    connect(docks_, &DockWorkspace::panelOpened, dockWidths_, [this](const QString& type) {
+        dockWidths_->Watch(docks_->FindDock(type.toStdString()));
+    });
     const LayerPropertiesPanel* panel = &layersDock_->Panel();
     connect(panel, &LayerPropertiesPanel::editStarted, editor_, &LayerEditor::BeginEdit);
     // While a value is scrubbed the canvas previews; the exact view follows the scrub.
@@ -147,8 +194,13 @@ void MainWindow::BuildMenus() {
     connect(file, &FileActions::openChosen, this,
             [this](const QString& path) { OpenInBackground(path.toStdString()); });
     viewActions_ = new ViewActions(*canvas_, *this);
-    connect(viewActions_, &ViewActions::originSet, this,
-            [this](CompositionPoint at) { SetOrigin(at); });
+    connect(viewActions_, &ViewActions::originAtPointer, this, [this] {
+        if (info_->Pointer()) {
+            SetOrigin(*info_->Pointer());
+        }
+    });
+    connect(canvas_, &CanvasView::pointerMoved, viewActions_,
+            [this] { viewActions_->SetPointerKnown(true); });
     connect(viewActions_, &ViewActions::originCleared, this, [this] { SetOrigin({}); });
     connect(viewActions_->Exposure(), &QDoubleSpinBox::valueChanged, this, [this](double stops) {
         display_.exposure = stops;
@@ -165,6 +217,7 @@ void MainWindow::BuildMenus() {
     connect(toolActions_, &ToolActions::toolChosen, this, &MainWindow::SetTool);
     windowActions_ = new WindowActions(host_, *docks_, {projectDock_, layersDock_}, *this);
     connect(windowActions_, &WindowActions::commandRun, &frames_, &FramePacer::Schedule);
+    connect(windowActions_, &WindowActions::resetLayoutChosen, this, &MainWindow::ResetLayout);
     auto* help = new HelpActions(*this);
     for (const ActionSet* set :
          std::array<const ActionSet*, 8>{file, viewActions_, projectActions_, edit, layer,
@@ -257,8 +310,23 @@ void MainWindow::SetProjectDepth(std::int8_t depth) {
     frames_.Schedule();
 }
 
-void MainWindow::SetOrigin(std::optional<CompositionPoint> origin) {
-    info_->SetOrigin(origin);
+void MainWindow::SetOrigin(std::optional<CompositionPoint> at) {
+    if (!at) {
+        info_->SetOrigin(std::nullopt);
+        origin_->clear();
+        return;
+    }
+    // The corner of the pixel, so that X' and Y' are whole differences at every zoom.
+    const CompositionPoint corner{std::floor(at->x), std::floor(at->y)};
+    info_->SetOrigin(corner);
+    origin_->setText(tr("Origin %1, %2").arg(corner.x).arg(corner.y));
+    if (corner.x == 0 && corner.y == 0) {
+        // The panel shows X', Y' only for an origin other than 0, 0.
+        statusBar()->showMessage(
+            tr("The origin is at 0, 0: X' and Y' equal X and Y, so the Info panel does not "
+               "show them"),
+            10000);
+    }
 }
 
 void MainWindow::RunFrame() {
@@ -294,18 +362,36 @@ void MainWindow::FinishRead(std::shared_ptr<LayerImage> image, const std::string
     // Lines that the worker queued come first.
     qzhost::MainLoop::Get().Drain();
     if (!image) {
-        info_->ShowReadError(error);
-        auto* box = new QMessageBox(QMessageBox::Warning, tr("Open Image"),
-                                    QString::fromStdString(error), QMessageBox::Ok, this);
-        box->setObjectName(QStringLiteral("readError"));
-        box->setAttribute(Qt::WA_DeleteOnClose);
-        box->open();
+        ReportUnreadable({error});
         emit readFinished(false);
         return;
     }
-    // The worker's last progress lines ("Reading 100%") stay until the pointer moves.
     AddImage(std::move(*image));
+    // The worker's last progress line ("Reading 100%") gives way to the hover lines.
+    info_->ShowHover();
     emit readFinished(true);
+}
+
+void MainWindow::ReportUnreadable(const std::vector<std::string>& errors) {
+    if (errors.empty()) {
+        return;
+    }
+    info_->ShowReadErrors(errors);
+    QStringList sentences;
+    for (const std::string& error : errors) {
+        sentences << ErrorSentence(error);
+    }
+    auto* box = new QMessageBox(QMessageBox::Warning, tr("Open Image"),
+                                errors.size() == 1 ? tr("An image could not be opened.")
+                                                   : tr("%n images could not be opened.", "",
+                                                        static_cast<int>(errors.size())),
+                                QMessageBox::Ok, this);
+    box->setInformativeText(sentences.join(QLatin1Char('\n')));
+    box->setObjectName(QStringLiteral("readError"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    // Not modal: the images that were read can be looked at while it is open.
+    box->setWindowModality(Qt::NonModal);
+    box->show();
 }
 
 void MainWindow::RestoreLayout() {
@@ -314,8 +400,22 @@ void MainWindow::RestoreLayout() {
     frames_.Schedule();
 }
 
+void MainWindow::ResetLayout() {
+    DockLayout::ApplyDefault(*this, *docks_, projectDock_, layersDock_);
+    docks_->UpdateAnswers();
+    // The default widths are the ones to keep, once Qt has laid the docks out.
+    QTimer::singleShot(0, dockWidths_, &DockWidthKeeper::Remember);
+    frames_.Schedule();
+}
+
 void MainWindow::SaveLayout() {
-    DockLayout::Save(*this, *docks_, projectDock_, layersDock_);
+    DockLayout::Save(*this, *docks_);
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    // The widths of the layout put back are the ones to keep, once Qt has laid them out.
+    QTimer::singleShot(0, dockWidths_, &DockWidthKeeper::Remember);
 }
 
 void MainWindow::LogReady() {

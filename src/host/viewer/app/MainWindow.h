@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QMainWindow>
 
@@ -32,6 +33,7 @@ class QLabel;
 namespace qzview {
 
 class CanvasView;
+class DockWidthKeeper;
 class DockWorkspace;
 class EventLog;
 class LayerPropertiesPanel;
@@ -63,6 +65,12 @@ public:
     void RestoreLayout();
     /// Saves the dock layout and window geometry into the preference file.
     void SaveLayout();
+    /// Puts the docks back in the default layout (Window > Reset Layout).
+    void ResetLayout();
+
+    /// Reports images that could not be read (why each failed): the Info panel's alert
+    /// line and a message that names each file once; the window stays as it is.
+    void ReportUnreadable(const std::vector<std::string>& errors);
 
     /// Starts reading `path` on a worker thread; its progress is written into the Info
     /// panel from that thread, and the image becomes a layer when read.
@@ -86,9 +94,11 @@ public:
     void SetTool(Tool tool);
     QMenu* WindowMenu() const noexcept { return windowActions_->menu(); }
     const Composition& Comp() const noexcept { return composition_; }
-    /// The origin for X', Y', if set.
+    /// The origin for X', Y', if set: the top-left corner of a pixel (whole numbers).
     const std::optional<CompositionPoint>& Origin() const noexcept { return info_->Origin(); }
-    void SetOrigin(std::optional<CompositionPoint> origin);
+    /// Sets the origin at the top-left corner of the pixel that holds `at` (none: clears
+    /// it), and says where it is in the status bar.
+    void SetOrigin(std::optional<CompositionPoint> at);
     /// Changes the project depth (0 8-bit, 1 16-bit, 2 float).
     void SetProjectDepth(std::int8_t depth);
     std::int8_t ProjectDepth() const noexcept { return depth_; }
@@ -101,6 +111,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void ConnectCanvas();
@@ -135,12 +146,15 @@ private:
     bool depthChosen_ = false;
 
     CanvasView* canvas_ = nullptr;
-    /// The status bar's word while the canvas shows a preview.
+    /// The status bar's word while the canvas shows a preview, the zoom and the origin.
     QLabel* preview_ = nullptr;
+    QLabel* zoom_ = nullptr;
+    QLabel* origin_ = nullptr;
     std::unique_ptr<PropertyReadout> readout_;
     LayerEditor* editor_ = nullptr;
     InfoFeed* info_ = nullptr;
     DockWorkspace* docks_ = nullptr;
+    DockWidthKeeper* dockWidths_ = nullptr;
     qzview::ProjectDock* projectDock_ = nullptr;
     LayerPropertiesDock* layersDock_ = nullptr;
     ViewActions* viewActions_ = nullptr;

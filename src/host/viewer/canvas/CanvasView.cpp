@@ -124,6 +124,10 @@ void CanvasView::Changed() {
     }
     update();
     TellPreview();
+    if (mapping_.Zoom() != toldZoom_) {
+        toldZoom_ = mapping_.Zoom();
+        emit zoomChanged(toldZoom_);
+    }
     Refine();
 }
 

@@ -94,6 +94,8 @@ signals:
     void dragReleased();
     /// The wheel turned `steps` notches (up: positive) with Alt held.
     void scaleWheel(int steps, Qt::KeyboardModifiers modifiers);
+    /// The zoom changed to `zoom` (screen pixels per composition pixel).
+    void zoomChanged(double zoom);
     /// The canvas went from the preview to the exact view or back.
     void previewChanged(bool preview);
 
@@ -135,6 +137,8 @@ private:
     QImage exact_;
     std::uint64_t exactFor_ = 0;
     bool previewShown_ = true;
+    /// The zoom last told by zoomChanged.
+    double toldZoom_ = 0;
     /// The canvas's size (device pixels) as the mapping was last placed for it.
     QSize size_;
     bool hold_ = false;
