@@ -14,8 +14,6 @@ namespace {
 class StartupTest : public ViewerHarness {};
 
 TEST_F(StartupTest, UnreadableFilesAreReportedAndTheOthersOpen) {
-    qzview::ViewerOptions options;
-    options.prefs = PrefsPath();
     std::vector<qzview::LayerImage> layers;
     layers.push_back(qzview::ReadLayerImage(Sample("chart.png")));
     std::vector<std::string> errors;
@@ -32,9 +30,7 @@ TEST_F(StartupTest, UnreadableFilesAreReportedAndTheOthersOpen) {
             errors.emplace_back(error.what());
         }
     }
-    session_ = std::make_unique<qzview::ViewerSession>(options, std::move(layers), errors);
-    session_->Show();
-    Settle();
+    Launch(TestOptions(), std::move(layers), errors);
 
     EXPECT_EQ(Window().Comp().Layers().size(), 1u);
     const auto snapshot = Snapshot();

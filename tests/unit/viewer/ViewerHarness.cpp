@@ -9,35 +9,31 @@ std::string Sample(const char* name) {
     return (std::filesystem::path(QZ_SOURCE_DIR) / "samples" / name).string();
 }
 
-namespace {
-
-/// What every test session is started with: this test's preference file, the plug-in
-/// built beside the tests and a 1000 x 640 window.
-qzview::ViewerOptions TestOptions(const std::string& prefs, double scale) {
+qzview::ViewerOptions ViewerHarness::TestOptions(double scale) const {
     qzview::ViewerOptions options;
-    options.prefs = prefs;
+    options.prefs = PrefsPath();
     options.plugin = QZ_INFOPAL_LIBRARY;
     options.scale = scale;
     options.geometry = QRect(0, 0, 1000, 640);
     return options;
 }
 
-} // namespace
-
 void ViewerHarness::Launch(const qzview::ViewerOptions& options,
-                           std::vector<qzview::LayerImage> layers) {
+                           std::vector<qzview::LayerImage> layers,
+                           std::vector<std::string> unreadable) {
     if (session_) {
         // The next session resets the host's records: check this one's first.
         Stop();
         EXPECT_EQ(qzhost::HostControls::Get().Violations(), std::vector<std::string>());
     }
-    session_ = std::make_unique<qzview::ViewerSession>(options, std::move(layers));
+    session_ =
+        std::make_unique<qzview::ViewerSession>(options, std::move(layers), std::move(unreadable));
     session_->Window().show();
     Settle();
 }
 
 void ViewerHarness::Start(std::initializer_list<const char*> samples, double scale) {
-    qzview::ViewerOptions options = TestOptions(PrefsPath(), scale);
+    qzview::ViewerOptions options = TestOptions(scale);
     std::vector<qzview::LayerImage> layers;
     for (const char* name : samples) {
         options.images.push_back(Sample(name));
@@ -47,7 +43,7 @@ void ViewerHarness::Start(std::initializer_list<const char*> samples, double sca
 }
 
 void ViewerHarness::StartWith(std::vector<qzview::LayerImage> layers, std::optional<double> zoom) {
-    qzview::ViewerOptions options = TestOptions(PrefsPath(), 1.0);
+    qzview::ViewerOptions options = TestOptions();
     for (const qzview::LayerImage& layer : layers) {
         options.images.push_back(layer.path);
     }

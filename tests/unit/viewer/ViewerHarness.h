@@ -113,9 +113,15 @@ protected:
         return snapshot.at("controls").at(static_cast<std::size_t>(id)).value("visible", false);
     }
 
+    /// What every test session is started with: this test's preference file, the plug-in
+    /// built beside the tests and a 1000 x 640 window.
+    qzview::ViewerOptions TestOptions(double scale = 1.0) const;
+
     /// Starts a session with `options` on `layers` (after checking the one before, if any),
-    /// shows its window and settles.
-    void Launch(const qzview::ViewerOptions& options, std::vector<qzview::LayerImage> layers);
+    /// with `unreadable` the reasons of images that could not be read; shows its window and
+    /// settles.
+    void Launch(const qzview::ViewerOptions& options, std::vector<qzview::LayerImage> layers,
+                std::vector<std::string> unreadable = {});
 
     qztest::TempFolder folder_;
     std::unique_ptr<qzview::ViewerSession> session_;

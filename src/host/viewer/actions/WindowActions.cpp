@@ -22,6 +22,10 @@ constexpr std::int32_t kInfoWindowCommand = 2028;
 WindowActions::WindowActions(qzhost::pixelview::PixelViewHost& host, DockWorkspace& docks,
                              QList<QDockWidget*> ownDocks, QWidget& window)
     : ActionSet(tr("&Window"), window), host_(host), docks_(docks), ownDocks_(std::move(ownDocks)) {
+    resetLayout_ = new QAction(tr("&Reset Layout"), this);
+    resetLayout_->setObjectName(QStringLiteral("window.resetLayout"));
+    resetLayout_->setToolTip(tr("Puts the docks back where they are at the first start"));
+    connect(resetLayout_, &QAction::triggered, this, &WindowActions::resetLayoutChosen);
     connect(menu_, &QMenu::aboutToShow, this, &WindowActions::Update);
     Update();
 }
@@ -57,6 +61,8 @@ void WindowActions::Update() {
     for (QDockWidget* dock : ownDocks_) {
         menu_->addAction(Keep(dock->objectName(), dock->toggleViewAction()));
     }
+    menu_->addSeparator();
+    menu_->addAction(Keep(QStringLiteral("ResetLayout"), resetLayout_));
 }
 
 } // namespace qzview

@@ -1,6 +1,6 @@
 // The Window menu: the plug-in's commands, listed again each time the menu is about to
 // show after the plug-in's update-menu hook has enabled and checked them (the Info panel's
-// command with Ctrl+8), then the switches of the viewer's own docks.
+// command with Ctrl+8), then the switches of the viewer's own docks, and Reset Layout.
 #pragma once
 
 #include <QList>
@@ -28,6 +28,8 @@ public:
 signals:
     /// A command of the plug-in ran: what it changed is due on the screen.
     void commandRun();
+    /// Reset Layout: the docks are to go back to the default layout.
+    void resetLayoutChosen();
 
 private:
     /// Runs the update-menu hook and lists the plug-in's items as it left them.
@@ -36,6 +38,8 @@ private:
     qzhost::pixelview::PixelViewHost& host_;
     DockWorkspace& docks_;
     QList<QDockWidget*> ownDocks_;
+    /// Kept by the set: the menu is cleared and listed again each time it shows.
+    QAction* resetLayout_ = nullptr;
 };
 
 } // namespace qzview

@@ -1,12 +1,17 @@
 #include "DockLayout.h"
 
+#include <optional>
 #include <string>
 
+#include <QByteArray>
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QMainWindow>
+#include <QScreen>
 
 #include "DockWorkspace.h"
 #include "host/PREF_Preferences.h"
+#include "qzhost/PreferenceFile.h"
 #include "qzhost/WorkspaceModel.h"
 #include "script/ScriptSession.h"
 
@@ -15,6 +20,10 @@ namespace qzview::DockLayout {
 namespace {
 
 using qzhost::script::kInfoTabType;
+
+/// The version that Qt stores with the docks' state: a state saved for another set of
+/// docks is not put back.
+constexpr int kStateVersion = 2;
 
 void Put(const char* key, long value) {
     (void)PREF_SetTextPrefLong(PREF_GetPrefHandle(PREF_TYPE_TEXT), kSection, key, value);
@@ -29,90 +38,100 @@ long Get(const char* key, long fallback) {
     return value;
 }
 
-Qt::DockWidgetArea Area(long value, Qt::DockWidgetArea fallback) {
-    switch (value) {
-    case Qt::LeftDockWidgetArea:
-    case Qt::RightDockWidgetArea:
-    case Qt::TopDockWidgetArea:
-    case Qt::BottomDockWidgetArea:
-        return static_cast<Qt::DockWidgetArea>(value);
-    default:
-        return fallback;
+void PutBytes(const char* key, const QByteArray& bytes) {
+    (void)qzhost::SetHostTextPreference(kSection, key, bytes.toBase64().toStdString());
+}
+
+std::optional<QByteArray> GetBytes(const char* key) {
+    const std::optional<std::string> text = qzhost::HostTextPreference(kSection, key);
+    if (!text || text->empty()) {
+        return std::nullopt;
     }
+    const auto decoded = QByteArray::fromBase64Encoding(QByteArray::fromStdString(*text),
+                                                        QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded) {
+        return std::nullopt;
+    }
+    return *decoded;
 }
 
-/// Whether a dock of the left side (the Project and Layer Properties docks) is open, its
-/// area and whether it floats, under the keys `name`_open, `name`_area, `name`_floating.
-void SaveDock(const QMainWindow& window, const std::string& name, QDockWidget* dock) {
-    Put((name + "_open").c_str(), dock->isHidden() ? 0 : 1);
-    Put((name + "_area").c_str(), window.dockWidgetArea(dock));
-    Put((name + "_floating").c_str(), dock->isFloating() ? 1 : 0);
-}
-
-void RestoreDock(QMainWindow& window, const std::string& name, QDockWidget* dock) {
-    window.addDockWidget(Area(Get((name + "_area").c_str(), 0), Qt::LeftDockWidgetArea), dock);
-    dock->setFloating(Get((name + "_floating").c_str(), 0) == 1);
-    dock->setVisible(Get((name + "_open").c_str(), 1) == 1);
+/// Opens the Info panel through its tab creator, unless it is open.
+void OpenInfo() {
+    if (!qzhost::WorkspaceModel::Get().State(kInfoTabType).panel) {
+        qzhost::WorkspaceModel::Get().Open(kInfoTabType);
+    }
 }
 
 } // namespace
 
-void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
-    const QRect geometry = window.normalGeometry();
-    Put("window_x", geometry.x());
-    Put("window_y", geometry.y());
-    Put("window_width", geometry.width());
-    Put("window_height", geometry.height());
+void Save(QMainWindow& window, DockWorkspace& docks) {
     QDockWidget* info = docks.FindDock(kInfoTabType);
     const bool infoOpen =
         info != nullptr && docks.Panel(kInfoTabType) != nullptr && !info->isHidden();
     Put("info_open", infoOpen ? 1 : 0);
-    if (info != nullptr) {
-        Put("info_area", window.dockWidgetArea(info));
-        Put("info_floating", info->isFloating() ? 1 : 0);
-        const bool tabbed = window.tabifiedDockWidgets(info).contains(project);
-        Put("info_tabbed", tabbed ? 1 : 0);
-        Put("info_front", !tabbed || info->isVisible() ? 1 : 0);
-        const bool withLayers = window.tabifiedDockWidgets(info).contains(layers);
-        Put("layers_tabbed", withLayers ? 1 : 0);
-        Put("layers_front", withLayers && !layers->visibleRegion().isEmpty() ? 1 : 0);
-    }
-    SaveDock(window, "project", project);
-    SaveDock(window, "layers", layers);
-    Put("saved", 1);
+    PutBytes("window_geometry", window.saveGeometry());
+    PutBytes("window_state", window.saveState(kStateVersion));
 }
 
 void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
-    const bool saved = Get("saved", 0) == 1;
-    if (saved) {
-        const long width = Get("window_width", 0);
-        const long height = Get("window_height", 0);
-        if (width > 100 && height > 100) {
-            window.setGeometry(static_cast<int>(Get("window_x", 0)),
-                               static_cast<int>(Get("window_y", 0)), static_cast<int>(width),
-                               static_cast<int>(height));
+    const std::optional<QByteArray> state = GetBytes("window_state");
+    if (const std::optional<QByteArray> geometry = GetBytes("window_geometry")) {
+        window.restoreGeometry(*geometry);
+    }
+    // The Info dock is there (empty) for the state to place before its panel exists.
+    docks.Dock(kInfoTabType);
+    if (!state || !window.restoreState(*state, kStateVersion)) {
+        ApplyDefault(window, docks, project, layers);
+        return;
+    }
+    if (Get("info_open", 1) == 1) {
+        OpenInfo();
+        // The tab creator raises the new dock; the saved state says which tab is in front.
+        window.restoreState(*state, kStateVersion);
+    }
+    KeepFloatingDocksOnScreen(window);
+}
+
+void ApplyDefault(QMainWindow& window, DockWorkspace& docks, QDockWidget* project,
+                  QDockWidget* layers) {
+    OpenInfo();
+    QDockWidget* info = docks.Dock(kInfoTabType);
+    for (QDockWidget* dock : {project, layers, info}) {
+        dock->setFloating(false);
+    }
+    window.addDockWidget(Qt::LeftDockWidgetArea, project);
+    window.splitDockWidget(project, layers, Qt::Vertical);
+    window.addDockWidget(Qt::RightDockWidgetArea, info);
+    for (QDockWidget* dock : {project, layers, info}) {
+        dock->show();
+    }
+    // Room for a row of three numbers; the Project list needs less height than the
+    // properties.
+    window.resizeDocks({layers}, {330}, Qt::Horizontal);
+    window.resizeDocks({project, layers}, {140, 420}, Qt::Vertical);
+}
+
+void KeepFloatingDocksOnScreen(QMainWindow& window) {
+    const QScreen* home =
+        window.screen() != nullptr ? window.screen() : QGuiApplication::primaryScreen();
+    if (home == nullptr) {
+        return;
+    }
+    const QRect room = home->availableGeometry();
+    for (QDockWidget* dock : window.findChildren<QDockWidget*>()) {
+        if (!dock->isFloating()) {
+            continue;
         }
-        RestoreDock(window, "project", project);
-        RestoreDock(window, "layers", layers);
-    }
-    if (saved && Get("info_open", 1) != 1) {
-        return;
-    }
-    // The Info dock comes back as the user opens it: through the plug-in's tab creator.
-    qzhost::WorkspaceModel::Get().Open(kInfoTabType);
-    QDockWidget* info = docks.FindDock(kInfoTabType);
-    if (info == nullptr || !saved) {
-        return;
-    }
-    window.addDockWidget(Area(Get("info_area", 0), Qt::RightDockWidgetArea), info);
-    info->setFloating(Get("info_floating", 0) == 1);
-    info->show();
-    if (Get("info_tabbed", 0) == 1 && !project->isHidden()) {
-        window.tabifyDockWidget(project, info);
-        (Get("info_front", 1) == 1 ? info : project)->raise();
-    } else if (Get("layers_tabbed", 0) == 1 && !layers->isHidden()) {
-        window.tabifyDockWidget(info, layers);
-        (Get("layers_front", 0) == 1 ? layers : info)->raise();
+        const QRect frame = dock->frameGeometry();
+        // The title bar is what a person takes hold of: it must be on some screen.
+        const QPoint grip(frame.center().x(), frame.top() + 8);
+        if (QGuiApplication::screenAt(grip) != nullptr) {
+            continue;
+        }
+        const QSize size = frame.size().boundedTo(room.size());
+        QRect placed(QPoint(), size);
+        placed.moveCenter(room.center());
+        dock->setGeometry(placed);
     }
 }
 

@@ -1,8 +1,10 @@
-// The viewer's dock layout in the host's preference file: for the Info dock, the Project
-// dock and the Layer Properties dock, whether each is open, its dock area, whether it
-// floats and whether the Info dock is tabbed together with one of the others (and which is
-// raised); and the window's geometry. The next start puts them back, creating the Info
-// panel through its tab creator.
+// The viewer's dock layout in the host's preference file: the main window's geometry and
+// the state of its docks and toolbars as Qt saves them (which docks are open, where, their
+// sizes, which float and where, which are tabbed together and which tab is raised), and
+// whether the Info panel is open. The next start puts them back, creating the Info panel
+// through its tab creator; floating docks are kept on a screen. The default layout (the
+// Project and Layer Properties docks on the left, the Info dock on the right) is the first
+// start's and Window > Reset Layout's.
 #pragma once
 
 class QDockWidget;
@@ -19,9 +21,16 @@ inline constexpr const char* kSection = "Viewer Layout";
 
 /// [ui-thread] Writes the layout; a preference file that cannot be written keeps its old
 /// layout (the viewer goes on).
-void Save(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers);
-/// [ui-thread] Puts the saved layout back; without one the Info dock opens at the right.
+void Save(QMainWindow& window, DockWorkspace& docks);
+/// [ui-thread] Puts the saved layout back; without one (or with one that Qt cannot read)
+/// the default layout.
 void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers);
+/// [ui-thread] The default layout, with the Info panel open.
+void ApplyDefault(QMainWindow& window, DockWorkspace& docks, QDockWidget* project,
+                  QDockWidget* layers);
+/// [ui-thread] Moves every floating dock of `window` that lies off every screen back onto
+/// the window's screen.
+void KeepFloatingDocksOnScreen(QMainWindow& window);
 
 } // namespace DockLayout
 

@@ -44,4 +44,16 @@ QZ_HOST_API std::filesystem::path DefaultPreferenceFilePath();
 QZ_HOST_API std::optional<std::string> ReadStoredPreference(const std::string& section,
                                                             const std::string& key);
 
+/// [ui-thread] The text stored under `key` of `section` in the host's text preference
+/// store, as the run has it now (nullopt when the key is absent). For the host's own
+/// settings that a number does not hold (the viewer's window layout).
+QZ_HOST_API std::optional<std::string> HostTextPreference(const std::string& section,
+                                                          const std::string& key);
+
+/// [ui-thread] Stores `value` under `key` of `section` in the host's text preference store
+/// and writes the file; returns 0, or the errno of a failed write (store and file then keep
+/// what they had).
+QZ_HOST_API int SetHostTextPreference(const std::string& section, const std::string& key,
+                                      const std::string& value);
+
 } // namespace qzhost

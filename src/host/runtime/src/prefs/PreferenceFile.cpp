@@ -22,6 +22,15 @@ std::filesystem::path PreferenceFilePath() {
     return PREF_Store::Get().Path();
 }
 
+std::optional<std::string> HostTextPreference(const std::string& section, const std::string& key) {
+    return PREF_Store::Get().Find(section, key);
+}
+
+int SetHostTextPreference(const std::string& section, const std::string& key,
+                          const std::string& value) {
+    return PREF_Store::Get().Set(section, key, value);
+}
+
 std::filesystem::path DefaultPreferenceFilePath() {
     const std::filesystem::path relative = std::filesystem::path("qzhost") / "preferences.txt";
     if (const char* config = std::getenv("XDG_CONFIG_HOME");
