@@ -5,6 +5,7 @@
 #include <thread>
 
 #include <QAction>
+#include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QMenu>
 
@@ -98,6 +99,25 @@ TEST_F(DockWorkspaceTest, FlyoutChoiceIsRememberedAcrossARestart) {
     ASSERT_EQ(again.size(), 8);
     EXPECT_TRUE(again[1]->isChecked());
     EXPECT_FALSE(again[0]->isChecked());
+}
+
+TEST_F(DockWorkspaceTest, RightClickOnThePanelOpensItsFlyoutMenu) {
+    Start();
+    qzview::PanelWidget* panel = Window().Docks().Panel(kInfoTabType);
+    ASSERT_NE(panel, nullptr);
+    QMenu* flyout = Window().Docks().TitleBar(kInfoTabType)->FlyoutMenu();
+    QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10),
+                            panel->mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(panel, &click);
+    Settle();
+    EXPECT_TRUE(flyout->isVisible());
+    const QList<QAction*> items = flyout->actions();
+    ASSERT_EQ(items.size(), 8);
+    EXPECT_EQ(items[1]->text(), "Percent");
+    items[1]->trigger();
+    flyout->close();
+    Settle();
+    EXPECT_NE(Snapshot().at("mode"), 0);
 }
 
 TEST_F(DockWorkspaceTest, InfoTabbedBehindAnotherDockCountsAsVisible) {

@@ -10,16 +10,23 @@ namespace qzview {
 
 ToolActions::ToolActions(LayerEditor& editor, QWidget& window) : ActionSet(tr("&Tools"), window) {
     auto* group = new QActionGroup(this);
-    const std::array<std::tuple<Tool, const char*, QString, QKeySequence, const char*>, 3> list{{
-        {Tool::Selection, "Selection", tr("&Selection"), QKeySequence(Qt::Key_V), "tool.selection"},
-        {Tool::AnchorPoint, "AnchorPoint", tr("&Anchor Point"), QKeySequence(Qt::Key_Y),
-         "tool.anchor"},
-        {Tool::Rotation, "Rotation", tr("&Rotation"), QKeySequence(Qt::Key_W), "tool.rotation"},
-    }};
-    for (const auto& [tool, key, text, shortcut, name] : list) {
+    const std::array<std::tuple<Tool, const char*, QString, QKeySequence, const char*, QString>, 3>
+        list{{
+            {Tool::Selection, "Selection", tr("&Selection"), QKeySequence(Qt::Key_V),
+             "tool.selection", tr("drag a layer to move it, a corner to scale it")},
+            {Tool::AnchorPoint, "AnchorPoint", tr("&Anchor Point"), QKeySequence(Qt::Key_Y),
+             "tool.anchor", tr("drag to move a layer's anchor point")},
+            {Tool::Rotation, "Rotation", tr("&Rotation"), QKeySequence(Qt::Key_W), "tool.rotation",
+             tr("drag to rotate a layer about its anchor point")},
+        }};
+    for (const auto& [tool, key, text, shortcut, name, does] : list) {
         QAction* action = Keep(QString::fromLatin1(key), menu_->addAction(text));
         action->setCheckable(true);
         action->setShortcut(shortcut);
+        // The toolbar's tooltip names the tool's key.
+        action->setToolTip(
+            tr("%1 (%2): %3")
+                .arg(action->iconText(), shortcut.toString(QKeySequence::NativeText), does));
         action->setObjectName(QString::fromLatin1(name));
         action->setActionGroup(group);
         const Tool chosen = tool;

@@ -1,0 +1,77 @@
+#include "ShortcutList.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+
+namespace qzview {
+
+namespace {
+
+QString Tr(const char* text) {
+    return QCoreApplication::translate("qzview::ShortcutList", text);
+}
+
+/// A menu's or an action's text without its mnemonic marks.
+QString Plain(QString text) {
+    text.remove(QRegularExpression(QStringLiteral("&(?!&)")));
+    return text;
+}
+
+void Collect(const QMenu& menu, const QString& path, QList<ShortcutRow>& rows) {
+    // A menu that lists its items when it is about to show (the Window menu) does so now.
+    emit const_cast<QMenu&>(menu).aboutToShow();
+    for (QAction* action : menu.actions()) {
+        if (action->isSeparator()) {
+            continue;
+        }
+        const QString here = path + QStringLiteral(" > ") + Plain(action->text());
+        if (action->menu() != nullptr) {
+            Collect(*action->menu(), here, rows);
+            continue;
+        }
+        QStringList keys;
+        for (const QKeySequence& shortcut : action->shortcuts()) {
+            keys << shortcut.toString(QKeySequence::NativeText);
+        }
+        if (!keys.isEmpty()) {
+            rows.append({keys.join(Tr(", ")), here});
+        }
+    }
+}
+
+} // namespace
+
+QList<ShortcutRow> MenuShortcuts(const QMenuBar& bar) {
+    QList<ShortcutRow> rows;
+    for (QAction* top : bar.actions()) {
+        if (top->menu() != nullptr) {
+            Collect(*top->menu(), Plain(top->text()), rows);
+        }
+    }
+    return rows;
+}
+
+QList<ShortcutRow> Gestures() {
+    return {
+        {Tr("Ctrl+click"), Tr("Set the origin of X', Y' at the corner of the pixel clicked")},
+        {Tr("Wheel"), Tr("Zoom in or out around the pointer")},
+        {Tr("Space+drag, middle-drag"), Tr("Pan the view")},
+        {Tr("Drag (Selection tool)"),
+         Tr("Move the layer under the pointer; drag a corner of the selected layer to scale "
+            "it (Shift keeps its proportions)")},
+        {Tr("Drag (Anchor Point tool)"), Tr("Move the layer's anchor point")},
+        {Tr("Drag (Rotation tool)"),
+         Tr("Rotate the layer about its anchor point; on a 3D layer turn its Orientation "
+            "(about X dragging up and down, about Y dragging sideways, about Z with Shift)")},
+        {Tr("Alt+wheel"),
+         Tr("Scale the selected layer (or the one under the pointer) 1% a notch; Shift: 10%")},
+        {Tr("Drag a number"), Tr("Layer Properties: scrub the value; click it to type one")},
+        {Tr("Right-click the Info panel"), Tr("The panel's menu (its notations)")},
+    };
+}
+
+} // namespace qzview
