@@ -1,11 +1,12 @@
 // Starting with files that cannot be read: the window opens with those that could be, and
 // each unreadable one is reported once, in the Info panel's alert line and in a message
-// that does not block the window.
+// that does not block the window. The Open dialog offers the formats the reader reads.
 #include <cstdio>
 
 #include <QMessageBox>
 
 #include "ViewerHarness.h"
+#include "actions/ImageFileFilter.h"
 #include "composition/LayerImage.h"
 
 namespace qzviewtest {
@@ -51,6 +52,18 @@ TEST_F(StartupTest, UnreadableFilesAreReportedAndTheOthersOpen) {
     MoveTo(Canvas().Mapping().OriginX() + 45, Canvas().Mapping().OriginY() + 85);
     EXPECT_EQ(Text(Snapshot(), 15), "45");
     EXPECT_EQ(Snapshot().at("lines")[1], "chart.png");
+}
+
+TEST(ImageFileFilterTest, TheOpenDialogOffersTheReadersFormatsThenAllFiles) {
+    const QStringList filters = qzview::ImageFileFilters(qzhost::pixelview::ReadableImageFormats());
+    ASSERT_GE(filters.size(), 3);
+    EXPECT_TRUE(filters.front().startsWith("Images ("));
+    for (const char* pattern : {"*.exr", "*.png", "*.tif", "*.jpg"}) {
+        EXPECT_TRUE(filters.front().contains(QString::fromLatin1(pattern))) << pattern;
+    }
+    EXPECT_FALSE(filters.front().contains("*.txt"));
+    EXPECT_TRUE(filters.contains("openexr (*.exr *.sxr *.mxr)"));
+    EXPECT_EQ(filters.back(), "All files (*)");
 }
 
 } // namespace

@@ -1,11 +1,12 @@
 // Loads the image reader module the first time an image is opened, from the running
 // program's folder (the build and the installation keep it beside the programs), and
-// opens images through its entry. The module stays loaded until the
-// process ends: the image files that it made, and the exceptions that it threw, use its
+// opens images and lists the formats it reads through its two entries. The module stays loaded
+// until the process ends: the image files that it made, and the exceptions that it threw, use its
 // code.
 #include <dlfcn.h>
 
 #include <string>
+#include <vector>
 
 #include "pixelview/ImageFile.h"
 #include "pixelview/PixelViewError.h"
@@ -16,8 +17,23 @@ namespace qzhost::pixelview {
 namespace {
 
 using OpenEntry = ImageFile* (*)(const std::string&);
+using FormatsEntry = void (*)(std::vector<ImageFormat>&);
 
-OpenEntry LoadModule() {
+struct Module {
+    OpenEntry open = nullptr;
+    FormatsEntry formats = nullptr;
+};
+
+void* Entry(void* module, const char* name) {
+    void* entry = ::dlsym(module, name);
+    if (entry == nullptr) {
+        throw HostFailed(
+            std::string("the image reader module " QZ_IMAGEIO_MODULE " has no entry ") + name);
+    }
+    return entry;
+}
+
+Module LoadModule() {
     // Loaded by its full name beside the program: a file name alone would be looked up in
     // the run path of the caller of dlopen, which under a sanitizer is the sanitizer's
     // own library.
@@ -30,20 +46,26 @@ OpenEntry LoadModule() {
             std::string("the image reader module " QZ_IMAGEIO_MODULE " cannot be loaded: ") +
             (why != nullptr ? why : "unknown error"));
     }
-    void* entry = ::dlsym(module, "QZHostImageIO_OpenImageFile");
-    if (entry == nullptr) {
-        throw HostFailed("the image reader module " QZ_IMAGEIO_MODULE
-                         " has no entry QZHostImageIO_OpenImageFile");
-    }
-    return reinterpret_cast<OpenEntry>(entry);
+    return {reinterpret_cast<OpenEntry>(Entry(module, "QZHostImageIO_OpenImageFile")),
+            reinterpret_cast<FormatsEntry>(Entry(module, "QZHostImageIO_ReadableFormats"))};
+}
+
+const Module& LoadedModule() {
+    // Loaded once, by the first caller; a load that throws is tried again by the next.
+    static const Module module = LoadModule();
+    return module;
 }
 
 } // namespace
 
 std::unique_ptr<ImageFile> OpenImageFile(const std::string& path) {
-    // Loaded once, by the first caller; a load that throws is tried again by the next.
-    static const OpenEntry entry = LoadModule();
-    return std::unique_ptr<ImageFile>(entry(path));
+    return std::unique_ptr<ImageFile>(LoadedModule().open(path));
+}
+
+std::vector<ImageFormat> ReadableImageFormats() {
+    std::vector<ImageFormat> formats;
+    LoadedModule().formats(formats);
+    return formats;
 }
 
 } // namespace qzhost::pixelview

@@ -75,9 +75,22 @@ public:
 /// or when it holds no colour, and HostFailed when the module cannot be loaded.
 std::unique_ptr<ImageFile> OpenImageFile(const std::string& path);
 
+/// A format that the image reader reads, and the file name extensions (lower case, no
+/// dot) that it knows it by.
+struct ImageFormat {
+    std::string name;
+    std::vector<std::string> extensions;
+};
+
+/// The formats that the image reader reads, by name, loading the module as OpenImageFile
+/// does. Throws HostFailed when the module cannot be loaded.
+std::vector<ImageFormat> ReadableImageFormats();
+
 } // namespace qzhost::pixelview
 
 /// The module's one entry: opens `path` as OpenImageFile does (the caller owns the
 /// result). It throws the host's exceptions, which the host catches: both sides are built
 /// together, with the same compiler and standard library.
 extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path);
+/// The module's list of the formats it reads, as ReadableImageFormats gives it.
+extern "C" void QZHostImageIO_ReadableFormats(std::vector<qzhost::pixelview::ImageFormat>& out);

@@ -387,6 +387,17 @@ void OiioImageFile::ReadAllPixels(const std::function<void(double)>& progress) {
 
 } // namespace qzhost::pixelview
 
+extern "C" void QZHostImageIO_ReadableFormats(std::vector<qzhost::pixelview::ImageFormat>& out) {
+    out.clear();
+    for (const auto& [format, extensions] : OIIO::get_extension_map()) {
+        qzhost::pixelview::ImageFormat entry{format, {}};
+        for (const std::string& extension : extensions) {
+            entry.extensions.push_back(qzhost::pixelview::Lower(extension));
+        }
+        out.push_back(std::move(entry));
+    }
+}
+
 extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path) {
     return new qzhost::pixelview::OiioImageFile(path);
 }

@@ -1,14 +1,27 @@
 #include "FileActions.h"
 
+#include <exception>
+
 #include <QFileDialog>
 #include <QWidget>
+
+#include "ImageFileFilter.h"
 
 namespace qzview {
 
 FileActions::FileActions(QWidget& window) : ActionSet(tr("&File"), window) {
     QAction* open =
         Keep(QStringLiteral("Open"), menu_->addAction(tr("&Open..."), this, [this, &window] {
-            const QString path = QFileDialog::getOpenFileName(&window, tr("Open Image"));
+            QStringList filters;
+            try {
+                filters = ImageFileFilters(qzhost::pixelview::ReadableImageFormats());
+            } catch (const std::exception&) {
+                // Without the reader's list the dialog shows every file; the read says
+                // what is wrong.
+                filters << tr("All files (*)");
+            }
+            const QString path = QFileDialog::getOpenFileName(&window, tr("Open Image"), QString(),
+                                                              filters.join(QStringLiteral(";;")));
             if (!path.isEmpty()) {
                 emit openChosen(path);
             }
