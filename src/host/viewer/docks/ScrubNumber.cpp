@@ -80,9 +80,16 @@ void ScrubNumber::ShowValue() {
 }
 
 void ScrubNumber::SetValue(double value) {
+    // A focused field whose text still shows its value (nothing typed since it was set)
+    // follows the value too: an undo after Enter, say.
+    const bool untouched = text() == Format(value_);
     value_ = value;
-    if (!hasFocus() && state_ != State::Invalid) {
-        ShowValue();
+    if (state_ == State::Invalid || (hasFocus() && !untouched)) {
+        return;
+    }
+    ShowValue();
+    if (hasFocus()) {
+        selectAll();
     }
 }
 
