@@ -2,9 +2,12 @@
 
 #include <QUndoStack>
 
+#include "editing/LayerEditor.h"
+
 namespace qzview {
 
-EditActions::EditActions(QUndoStack& history, QWidget& window) : ActionSet(tr("&Edit"), window) {
+EditActions::EditActions(LayerEditor& editor, QWidget& window) : ActionSet(tr("&Edit"), window) {
+    QUndoStack& history = editor.History();
     // The history's own actions: their text names the step, and they are enabled while
     // there is one.
     QAction* undo = Keep(QStringLiteral("Undo"), history.createUndoAction(this, tr("&Undo")));
@@ -15,6 +18,16 @@ EditActions::EditActions(QUndoStack& history, QWidget& window) : ActionSet(tr("&
     redo->setShortcuts({QKeySequence::Redo, QKeySequence(Qt::CTRL | Qt::Key_Y)});
     redo->setObjectName(QStringLiteral("edit.redo"));
     menu_->addAction(redo);
+    menu_->addSeparator();
+    // A field being typed into takes the Delete key for its text before the shortcut sees it.
+    delete_ = Keep(QStringLiteral("Delete"),
+                   menu_->addAction(tr("&Delete"), &editor, &LayerEditor::DeleteSelected));
+    delete_->setShortcuts({QKeySequence(Qt::Key_Delete), QKeySequence(Qt::Key_Backspace)});
+    delete_->setObjectName(QStringLiteral("edit.delete"));
+    const auto follow = [this, &editor] { delete_->setEnabled(editor.SelectedLayer() != nullptr); };
+    connect(&editor, &LayerEditor::selectionChanged, this, follow);
+    connect(&editor, &LayerEditor::layersChanged, this, follow);
+    follow();
 }
 
 } // namespace qzview

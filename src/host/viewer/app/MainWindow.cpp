@@ -28,6 +28,7 @@
 #include "docks/LayerPropertiesPanel.h"
 #include "docks/PanelWidget.h"
 #include "editing/LayerHandles.h"
+#include "editing/NudgeKeys.h"
 #include "log/EventLog.h"
 #include "qzhost/MainLoop.h"
 #include "script/ScriptSession.h"
@@ -156,9 +157,12 @@ void MainWindow::ConnectEditor() {
         // The tool's hint depends on whether a layer is selected.
         info_->LinesTaken();
     });
+    // A layer added, deleted, moved, hidden or shown: the next frame shows the composition
+    // anew and delivers the pixel under a still pointer again.
     connect(editor_, &LayerEditor::layersChanged, this, [this] {
         RefreshProjectList();
         FollowSelection();
+        frames_.Schedule();
     });
     connect(editor_, &LayerEditor::readoutMade, &frames_, &FramePacer::Schedule);
     connect(editor_, &LayerEditor::readoutMade, info_, &InfoFeed::LinesTaken);
@@ -168,6 +172,9 @@ void MainWindow::BuildDocks() {
     projectDock_ = new qzview::ProjectDock(this);
     addDockWidget(Qt::LeftDockWidgetArea, projectDock_);
     connect(projectDock_, &qzview::ProjectDock::layerChosen, editor_, &LayerEditor::Select);
+    connect(projectDock_, &qzview::ProjectDock::visibilityChosen, editor_,
+            &LayerEditor::SetVisible);
+    connect(projectDock_, &qzview::ProjectDock::layerMoved, editor_, &LayerEditor::MoveLayer);
 
     layersDock_ = new LayerPropertiesDock(this);
     addDockWidget(Qt::LeftDockWidgetArea, layersDock_);
@@ -177,7 +184,10 @@ void MainWindow::BuildDocks() {
     connect(docks_, &DockWorkspace::panelOpened, dockWidths_, [this](const QString& type) {
         dockWidths_->Watch(docks_->FindDock(type.toStdString()));
     });
-    const LayerPropertiesPanel* panel = &layersDock_->Panel();
+    LayerPropertiesPanel* panel = &layersDock_->Panel();
+    panel->SetLocale(QLocale(QString::fromStdString(settings_.locale)));
+    connect(panel, &LayerPropertiesPanel::noted, this,
+            [this](const QString& note) { statusBar()->showMessage(note, 5000); });
     connect(panel, &LayerPropertiesPanel::editStarted, editor_, &LayerEditor::BeginEdit);
     // While a value is scrubbed the canvas previews; the exact view follows the scrub.
     connect(panel, &LayerPropertiesPanel::editStarted, canvas_, [this] { canvas_->SetHold(true); });
@@ -211,8 +221,9 @@ void MainWindow::BuildMenus() {
         depthChosen_ = true;
         SetProjectDepth(depth);
     });
-    auto* edit = new EditActions(editor_->History(), *this);
-    auto* layer = new LayerActions(*editor_, *this);
+    auto* edit = new EditActions(*editor_, *this);
+    auto* layer = new LayerActions(*editor_, *this, edit->DeleteAction());
+    new NudgeKeys(*editor_, *this);
     toolActions_ = new ToolActions(*editor_, *this);
     connect(toolActions_, &ToolActions::toolChosen, this, &MainWindow::SetTool);
     windowActions_ = new WindowActions(host_, *docks_, {projectDock_, layersDock_}, *this);

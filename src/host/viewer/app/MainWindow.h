@@ -48,6 +48,9 @@ struct WindowSettings {
     std::optional<double> zoom;
     /// The monitor's ICC profile, for the viewer's display and the swatch.
     std::optional<std::string> monitor;
+    /// The host's locale (an ICU id such as "de_DE"), in which the docks show and read
+    /// numbers.
+    std::string locale = "en_US";
 };
 
 class MainWindow : public QMainWindow {

@@ -39,6 +39,7 @@ ViewerSession::ViewerSession(const ViewerOptions& options, std::vector<LayerImag
     window.scale = settings.scale;
     window.zoom = options.zoom;
     window.monitor = options.monitor;
+    window.locale = options.locale;
     window_ = std::make_unique<MainWindow>(*host_, window, log_.get());
     for (LayerImage& image : images) {
         window_->AddImage(std::move(image));

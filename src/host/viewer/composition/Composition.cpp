@@ -9,9 +9,13 @@ Layer& Composition::Add(Layer layer) {
     layer.id = nextId_++;
     layers_.push_back(std::move(layer));
     KeepPlacement(layers_.back());
+    Changed();
+    return layers_.back();
+}
+
+void Composition::Changed() noexcept {
     ++generation_;
     snapshot_.reset();
-    return layers_.back();
 }
 
 void Composition::KeepPlacement(const Layer& layer) {
@@ -71,11 +75,79 @@ void Composition::SetValues(int id, const LayerValues& values) {
             layer.values = values;
             KeepPlacement(layer);
             if (layer.Drawn()) {
-                ++generation_;
-                snapshot_.reset();
+                Changed();
             }
         }
     }
+}
+
+void Composition::SetVisible(int id, bool visible) {
+    for (Layer& layer : layers_) {
+        if (layer.id == id && layer.visible != visible) {
+            const bool drawn = layer.Drawn();
+            layer.visible = visible;
+            if (drawn != layer.Drawn()) {
+                Changed();
+            }
+        }
+    }
+}
+
+std::optional<std::size_t> Composition::IndexOf(int id) const noexcept {
+    for (std::size_t i = 0; i < layers_.size(); ++i) {
+        if (layers_[i].id == id) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<RemovedLayer> Composition::Remove(int id) {
+    const std::optional<std::size_t> index = IndexOf(id);
+    if (!index) {
+        return std::nullopt;
+    }
+    const auto at = layers_.begin() + static_cast<std::ptrdiff_t>(*index);
+    RemovedLayer removed{std::move(*at), *index};
+    layers_.erase(at);
+    placements_.erase(id);
+    Changed();
+    return removed;
+}
+
+void Composition::Restore(RemovedLayer removed) {
+    if (Find(removed.layer.id) != nullptr) {
+        return;
+    }
+    nextId_ = std::max(nextId_, removed.layer.id + 1);
+    const std::size_t index = std::min(removed.index, layers_.size());
+    const auto at = layers_.insert(layers_.begin() + static_cast<std::ptrdiff_t>(index),
+                                   std::move(removed.layer));
+    KeepPlacement(*at);
+    Changed();
+}
+
+bool Composition::Move(int id, std::size_t index) {
+    const std::optional<std::size_t> from = IndexOf(id);
+    if (!from || layers_.empty()) {
+        return false;
+    }
+    const std::size_t to = std::min(index, layers_.size() - 1);
+    if (to == *from) {
+        return false;
+    }
+    const auto first = layers_.begin();
+    if (to < *from) {
+        std::rotate(first + static_cast<std::ptrdiff_t>(to),
+                    first + static_cast<std::ptrdiff_t>(*from),
+                    first + static_cast<std::ptrdiff_t>(*from) + 1);
+    } else {
+        std::rotate(first + static_cast<std::ptrdiff_t>(*from),
+                    first + static_cast<std::ptrdiff_t>(*from) + 1,
+                    first + static_cast<std::ptrdiff_t>(to) + 1);
+    }
+    Changed();
+    return true;
 }
 
 std::shared_ptr<const CompositionSnapshot> Composition::Snapshot() const {

@@ -1,5 +1,6 @@
 // The viewer's composition: the opened images as layers, the newest on top, over a
-// transparent black background, and any cameras (which are not drawn). The composition
+// transparent black background, and any cameras (which are not drawn). Layers may be
+// hidden, deleted (and put back in their place), and moved up and down the stack. The composition
 // takes the first image's size. Its pixels are the working values that the Info palette
 // reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
 // region of them, is composited from the layers' own pixels when it is asked for.
@@ -9,6 +10,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "CompositeRegion.h"
@@ -18,6 +20,13 @@ namespace qzview {
 
 /// Red, green, blue, alpha.
 using WorkingPixel = std::array<float, 4>;
+
+/// A layer taken out of the composition, with its place in the stack (0: the bottom), so
+/// that it can be put back as it was.
+struct RemovedLayer {
+    Layer layer;
+    std::size_t index = 0;
+};
 
 class Composition {
 public:
@@ -33,6 +42,18 @@ public:
     const Layer* Find(int id) const noexcept;
     /// Gives layer `id` new values.
     void SetValues(int id, const LayerValues& values);
+    /// Shows or hides layer `id`.
+    void SetVisible(int id, bool visible);
+    /// Takes layer `id` out; none when there is no such layer.
+    std::optional<RemovedLayer> Remove(int id);
+    /// Puts a removed layer back at its index (or on top when the stack is shorter), with
+    /// its id and values.
+    void Restore(RemovedLayer removed);
+    /// The place of layer `id` in the stack (0: the bottom), or none.
+    std::optional<std::size_t> IndexOf(int id) const noexcept;
+    /// Moves layer `id` to `index` in the stack (0: the bottom; clamped to the top).
+    /// Returns whether the order changed.
+    bool Move(int id, std::size_t index);
     /// Where layer `id` is drawn: LayerToComposition of its current values, kept with
     /// them (the pointer's hit test asks for it at every move).
     const Affine& Transform(int id) const noexcept;
@@ -40,7 +61,8 @@ public:
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
 
-    /// Counts the changes to what the composition shows (a layer added, new values), so
+    /// Counts the changes to what the composition shows (a layer added, removed, moved,
+    /// hidden or shown, new values), so
     /// that what was made from it knows when it is out of date.
     std::uint64_t Generation() const noexcept { return generation_; }
     /// What the compositor reads, as the composition is now (kept until it changes, and
@@ -55,6 +77,8 @@ public:
 
 private:
     Layer& Add(Layer layer);
+    /// What the composition shows changed: the snapshot is made again when asked for.
+    void Changed() noexcept;
     /// Keeps a layer's transform and its inverse (none when it is seen edge-on).
     struct Placement {
         Affine transform;

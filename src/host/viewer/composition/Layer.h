@@ -87,8 +87,13 @@ struct Layer {
     LayerValues values;
     /// What Reset Transform puts back (the values the layer was made with).
     LayerValues defaults;
+    /// A hidden layer is neither drawn nor measured: the composite leaves it out.
+    bool visible = true;
 
-    bool Drawn() const noexcept { return kind == LayerKind::Visual && image != nullptr; }
+    /// Whether the layer is drawn: a visual layer with pixels that is not hidden.
+    bool Drawn() const noexcept { return HasPixels() && visible; }
+    /// Whether the layer has pixels (a visual layer, hidden or not).
+    bool HasPixels() const noexcept { return kind == LayerKind::Visual && image != nullptr; }
     /// Whether the layer's points have three components: a 3-D layer or a camera.
     bool ThreeD() const noexcept { return kind != LayerKind::Visual || values.threeD; }
     int Width() const noexcept { return image ? image->width : 0; }

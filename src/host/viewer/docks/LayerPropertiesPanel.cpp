@@ -4,9 +4,13 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
+#include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
+#include "PanelIcons.h"
 #include "ScrubNumber.h"
+#include "editing/PropertyRange.h"
 
 namespace qzview {
 
@@ -29,6 +33,23 @@ const char* Unit(Property property) {
     default:
         return "";
     }
+}
+
+/// How long the note under the rows stays.
+constexpr int kNoteMs = 5000;
+
+/// `from` with component `component` set to `value` and the others of the first
+/// `components` scaled in proportion; all take `value` when `from`'s component is 0, from
+/// which no proportion follows.
+PropertyValue ScaledInProportion(const PropertyValue& from, int component, double value,
+                                 int components) {
+    PropertyValue scaled = from;
+    const double base = from[static_cast<std::size_t>(component)];
+    for (int c = 0; c < components; ++c) {
+        const auto i = static_cast<std::size_t>(c);
+        scaled[i] = c == component ? value : base != 0 ? from[i] * (value / base) : value;
+    }
+    return scaled;
 }
 
 } // namespace
@@ -56,8 +77,65 @@ LayerPropertiesPanel::LayerPropertiesPanel(QWidget* parent) : QWidget(parent) {
     grid_->setContentsMargins(0, 4, 0, 0);
     grid_->setHorizontalSpacing(6);
     layout->addWidget(rows_);
+    note_ = new QLabel(this);
+    note_->setObjectName(QStringLiteral("propertyNote"));
+    note_->setWordWrap(true);
+    note_->setStyleSheet(QStringLiteral(
+        "QLabel { background-color: #f7dc8f; color: #3a2a00; padding: 3px; border-radius: 3px; }"));
+    note_->hide();
+    layout->addWidget(note_);
+    noteTimer_ = new QTimer(this);
+    noteTimer_->setSingleShot(true);
+    noteTimer_->setInterval(kNoteMs);
+    connect(noteTimer_, &QTimer::timeout, note_, &QWidget::hide);
     layout->addStretch(1);
     ShowLayer(nullptr);
+}
+
+void LayerPropertiesPanel::SetLocale(const QLocale& locale) {
+    locale_ = locale;
+    for (const auto& [property, fields] : fields_) {
+        for (ScrubNumber* field : fields) {
+            if (field != nullptr) {
+                field->SetLocale(locale_);
+            }
+        }
+    }
+}
+
+void LayerPropertiesPanel::ShowNote(const QString& note) {
+    note_->setText(note);
+    note_->show();
+    noteTimer_->start();
+    emit noted(note);
+}
+
+double LayerPropertiesPanel::Clamped(Property property, double value, ScrubNumber& field) {
+    const PropertyRange range = RangeOf(property);
+    const double clamped = range.Clamp(value);
+    if (clamped == value) {
+        return value;
+    }
+    QString name;
+    for (std::size_t i = 0; i < shown_.size() && i < names_.size(); ++i) {
+        if (shown_[i] == property) {
+            name = QString::fromStdString(names_[i]);
+        }
+    }
+    const auto number = [this](double n) { return locale_.toString(n, 'g', 12); };
+    QString note;
+    if (range.minimum && range.maximum) {
+        note = tr("%1 is from %2 to %3: set to %4")
+                   .arg(name, number(*range.minimum), number(*range.maximum), number(clamped));
+    } else if (range.minimum) {
+        note =
+            tr("%1 is at least %2: set to %3").arg(name, number(*range.minimum), number(clamped));
+    } else {
+        note = tr("%1 is at most %2: set to %3").arg(name, number(*range.maximum), number(clamped));
+    }
+    field.ShowNote(note);
+    ShowNote(note);
+    return clamped;
 }
 
 ScrubNumber* LayerPropertiesPanel::Field(Property property, int component) const {
@@ -68,7 +146,15 @@ ScrubNumber* LayerPropertiesPanel::Field(Property property, int component) const
     return found->second[static_cast<std::size_t>(component)];
 }
 
-PropertyValue LayerPropertiesPanel::With(Property property, int component, double value) const {
+PropertyValue LayerPropertiesPanel::With(Property property, int component, double value,
+                                         const PropertyValue& from) const {
+    if (property == Property::Scale && ScaleLinked(layerId_)) {
+        int components = 0;
+        for (const ScrubNumber* field : fields_.at(property)) {
+            components += field != nullptr ? 1 : 0;
+        }
+        return ScaledInProportion(from, component, value, components);
+    }
     PropertyValue whole = GetProperty(values_, property);
     whole[static_cast<std::size_t>(component)] = value;
     return whole;
@@ -76,10 +162,15 @@ PropertyValue LayerPropertiesPanel::With(Property property, int component, doubl
 
 void LayerPropertiesPanel::Rebuild(const Layer& layer) {
     while (QLayoutItem* item = grid_->takeAt(0)) {
-        delete item->widget();
+        if (QWidget* widget = item->widget()) {
+            // A field going away has nothing more to say (its focus leaving, say).
+            widget->blockSignals(true);
+            delete widget;
+        }
         delete item;
     }
     fields_.clear();
+    link_ = nullptr;
     int row = 0;
     for (const Property property : shown_) {
         auto* name = new QLabel(QString::fromStdString(PropertyName(layer, property)), rows_);
@@ -89,20 +180,44 @@ void LayerPropertiesPanel::Rebuild(const Layer& layer) {
         for (int c = 0; c < components; ++c) {
             auto* field = new ScrubNumber(1.0, rows_);
             field->setObjectName(QStringLiteral("%1.%2").arg(MatchName(property)).arg(c));
+            field->SetLocale(locale_);
             grid_->addWidget(field, row, 1 + c);
             fields[static_cast<std::size_t>(c)] = field;
-            connect(field, &ScrubNumber::scrubStarted, this,
-                    [this, property] { emit editStarted(layerId_, property); });
+            connect(field, &ScrubNumber::scrubStarted, this, [this, property] {
+                scrubFrom_ = GetProperty(values_, property);
+                emit editStarted(layerId_, property);
+            });
             connect(field, &ScrubNumber::scrubbed, this, [this, property, c](double value) {
-                emit edited(layerId_, property, With(property, c, value));
+                const double kept = RangeOf(property).Clamp(value);
+                emit edited(layerId_, property, With(property, c, kept, scrubFrom_));
             });
             connect(field, &ScrubNumber::scrubFinished, this,
                     [this, property] { emit editFinished(layerId_, property); });
-            connect(field, &ScrubNumber::typed, this, [this, property, c](double value) {
-                emit typed(layerId_, property, With(property, c, value));
+            connect(field, &ScrubNumber::typed, this, [this, property, c, field](double value) {
+                const double kept = Clamped(property, value, *field);
+                emit typed(layerId_, property,
+                           With(property, c, kept, GetProperty(values_, property)));
             });
         }
         grid_->addWidget(new QLabel(QString::fromUtf8(Unit(property)), rows_), row, 4);
+        if (property == Property::Scale) {
+            link_ = new QToolButton(rows_);
+            link_->setObjectName(QStringLiteral("SCALE.link"));
+            link_->setCheckable(true);
+            link_->setAutoRaise(true);
+            link_->setIcon(LinkIcon());
+            link_->setChecked(ScaleLinked(layer.id));
+            link_->setToolTip(tr("Link the scale's components: changing one scales the others "
+                                 "in proportion"));
+            connect(link_, &QToolButton::toggled, this, [this](bool on) {
+                if (on) {
+                    linked_.insert(layerId_);
+                } else {
+                    linked_.erase(layerId_);
+                }
+            });
+            grid_->addWidget(link_, row, 5);
+        }
         fields_[property] = fields;
         ++row;
     }

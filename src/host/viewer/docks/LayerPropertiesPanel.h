@@ -1,13 +1,18 @@
 // The Layer Properties dock's contents: the selected layer's name, its 3-D switch, and a
 // row for each of its properties with a scrubbable number per component, as a compositor's
 // timeline lists them. Scrubbing, typing and the switch are reported; the window applies
-// them to the layer and tells the Info palette.
+// them to the layer and tells the Info palette. Numbers are shown and read in the host's
+// locale. A value beyond the property's range is brought into it, and the field and a
+// short-lived note under the rows say so. The Scale row has a link: while it is on, a
+// scrub or a typed value of one component scales the others in proportion.
 #pragma once
 
 #include <array>
 #include <map>
+#include <set>
 #include <vector>
 
+#include <QLocale>
 #include <QWidget>
 
 #include "composition/Layer.h"
@@ -15,6 +20,8 @@
 class QCheckBox;
 class QGridLayout;
 class QLabel;
+class QTimer;
+class QToolButton;
 
 namespace qzview {
 
@@ -32,6 +39,15 @@ public:
     /// The number of `component` of `property`, or null when it is not shown.
     ScrubNumber* Field(Property property, int component) const;
     QCheckBox* ThreeDSwitch() const noexcept { return threeD_; }
+    /// The Scale row's link, or null when the layer has no scale.
+    QToolButton* ScaleLink() const noexcept { return link_; }
+    /// The note under the rows (hidden when there is none).
+    QLabel* Note() const noexcept { return note_; }
+
+    /// The locale in which the numbers are shown and read.
+    void SetLocale(const QLocale& locale);
+    /// Whether the components of layer `layer`'s scale are linked.
+    bool ScaleLinked(int layer) const { return linked_.count(layer) != 0; }
 
 signals:
     /// A scrub of `property` of layer `layer` began.
@@ -44,11 +60,19 @@ signals:
     void typed(int layer, qzview::Property property, qzview::PropertyValue value);
     /// The 3-D switch was turned.
     void threeDToggled(int layer, bool on);
+    /// A typed value was brought into its property's range; `note` says so.
+    void noted(const QString& note);
 
 private:
     void Rebuild(const Layer& layer);
-    /// The property's value with component `component` set to `value`.
-    PropertyValue With(Property property, int component, double value) const;
+    /// The property's value with component `component` set to `value`; on a linked
+    /// scale, the other components scaled in proportion from `from`.
+    PropertyValue With(Property property, int component, double value,
+                       const PropertyValue& from) const;
+    /// Brings a typed `value` of `property` into its range; says so in `field` and the
+    /// note when it had to.
+    double Clamped(Property property, double value, ScrubNumber& field);
+    void ShowNote(const QString& note);
 
     QLabel* title_ = nullptr;
     QCheckBox* threeD_ = nullptr;
@@ -60,6 +84,14 @@ private:
     std::vector<std::string> names_;
     std::map<Property, std::array<ScrubNumber*, 3>> fields_;
     LayerValues values_;
+    QLocale locale_;
+    QToolButton* link_ = nullptr;
+    /// The layers whose scale components are linked.
+    std::set<int> linked_;
+    /// The value of the property being scrubbed, as the scrub began.
+    PropertyValue scrubFrom_{};
+    QLabel* note_ = nullptr;
+    QTimer* noteTimer_ = nullptr;
 };
 
 } // namespace qzview

@@ -1,5 +1,7 @@
-// The Project dock: the composition's layers listed by their rows (ProjectRows), the
-// selected layer's row current. Choosing a row reports its layer.
+// The Project dock: the composition's layers listed by their rows (ProjectRows), the top
+// layer first, the selected layer's row current, each row with the layer's eye. Choosing a
+// row reports its layer; pressing an eye asks for the layer to be hidden or shown;
+// dragging a row to another place asks for the layer to be moved in the stack.
 #pragma once
 
 #include <vector>
@@ -8,9 +10,9 @@
 
 #include "ProjectRows.h"
 
-class QListWidget;
-
 namespace qzview {
+
+class ProjectList;
 
 class ProjectDock : public QDockWidget {
     Q_OBJECT
@@ -22,14 +24,20 @@ public:
     /// Makes the row of layer `layer` current (none when it is not listed) without
     /// reporting it.
     void ShowSelected(int layer);
-    QListWidget* List() const noexcept { return list_; }
+    ProjectList* List() const noexcept { return list_; }
+    const std::vector<ProjectRow>& Rows() const noexcept { return rows_; }
 
 signals:
     /// The person made the row of layer `layer` current.
     void layerChosen(int layer);
+    /// The person pressed the eye of layer `layer`: it is to become `visible`.
+    void visibilityChosen(int layer, bool visible);
+    /// The person dragged the row of layer `layer`: it is to take `index` in the stack
+    /// (0: the bottom).
+    void layerMoved(int layer, int index);
 
 private:
-    QListWidget* list_ = nullptr;
+    ProjectList* list_ = nullptr;
     std::vector<ProjectRow> rows_;
 };
 

@@ -4,19 +4,24 @@ namespace qzview {
 
 std::vector<ProjectRow> ProjectRows(const Composition& composition) {
     std::vector<ProjectRow> rows;
-    for (const Layer& layer : composition.Layers()) {
-        if (!layer.Drawn()) {
-            rows.push_back(
-                {layer.id, QStringLiteral("%1    camera").arg(QString::fromStdString(layer.name))});
+    const std::vector<Layer>& layers = composition.Layers();
+    for (auto it = layers.rbegin(); it != layers.rend(); ++it) {
+        const Layer& layer = *it;
+        if (!layer.HasPixels()) {
+            rows.push_back({layer.id,
+                            QStringLiteral("%1    camera").arg(QString::fromStdString(layer.name)),
+                            false, layer.visible});
             continue;
         }
         const LayerImage& image = *layer.image;
-        rows.push_back({layer.id, QStringLiteral("%1    %2 x %3  %4 %5")
-                                      .arg(QString::fromStdString(layer.name))
-                                      .arg(image.width)
-                                      .arg(image.height)
-                                      .arg(QString::fromStdString(image.format))
-                                      .arg(QString::fromStdString(image.channelType))});
+        rows.push_back({layer.id,
+                        QStringLiteral("%1    %2 x %3  %4 %5")
+                            .arg(QString::fromStdString(layer.name))
+                            .arg(image.width)
+                            .arg(image.height)
+                            .arg(QString::fromStdString(image.format))
+                            .arg(QString::fromStdString(image.channelType)),
+                        true, layer.visible});
     }
     return rows;
 }

@@ -1,12 +1,17 @@
 #include "LayerEditor.h"
 
+#include <memory>
+
 #include "LayerEdit.h"
+#include "LayerListEdit.h"
 
 namespace qzview {
 
 namespace {
 /// Wheel notches closer together than this belong to one turn of the wheel.
 constexpr qint64 kWheelTurnMs = 1000;
+/// Arrow-key nudges closer together than this belong to one run of nudges.
+constexpr qint64 kNudgeRunMs = 1000;
 
 PropertyValue Difference(const PropertyValue& now, const PropertyValue& start) {
     return {now[0] - start[0], now[1] - start[1], now[2] - start[2]};
@@ -215,7 +220,7 @@ void LayerEditor::ResetTransform() {
 
 void LayerEditor::AddMask() {
     const Layer* layer = SelectedLayer();
-    if (layer == nullptr || !layer->Drawn() || layer->values.mask) {
+    if (layer == nullptr || !layer->HasPixels() || layer->values.mask) {
         return;
     }
     const LayerValues before = layer->values;
@@ -231,6 +236,126 @@ void LayerEditor::AddCamera() {
     const int id = composition_.AddCamera();
     emit layersChanged();
     Select(id);
+}
+
+void LayerEditor::Forget(int layer) {
+    if (scrub_ && scrub_->layer == layer) {
+        scrub_.reset();
+    }
+    if (wheel_ && wheel_->layer == layer) {
+        wheel_.reset();
+    }
+    if (nudge_ && nudge_->layer == layer) {
+        nudge_.reset();
+    }
+}
+
+void LayerEditor::SetVisible(int layer, bool visible) {
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr || found->visible == visible) {
+        return;
+    }
+    const auto show = [this, layer](bool on) {
+        composition_.SetVisible(layer, on);
+        emit layersChanged();
+    };
+    history_.push(new LayerListEdit(
+        visible ? tr("Show Layer") : tr("Hide Layer"), [show, visible] { show(visible); },
+        [show, visible] { show(!visible); }));
+}
+
+void LayerEditor::DeleteSelected() {
+    const Layer* layer = SelectedLayer();
+    if (layer == nullptr) {
+        return;
+    }
+    const int id = layer->id;
+    // What the deletion took out, kept for its undoing.
+    auto taken = std::make_shared<std::optional<RemovedLayer>>();
+    history_.push(new LayerListEdit(
+        tr("Delete Layer"),
+        [this, id, taken] {
+            Forget(id);
+            *taken = composition_.Remove(id);
+            if (selected_ == id) {
+                Select(0);
+            }
+            emit layersChanged();
+        },
+        [this, id, taken] {
+            if (!*taken) {
+                return;
+            }
+            composition_.Restore(**taken);
+            taken->reset();
+            emit layersChanged();
+            Select(id);
+        }));
+}
+
+void LayerEditor::MoveStep(const QString& text, int layer, int index) {
+    const std::optional<std::size_t> from = composition_.IndexOf(layer);
+    if (!from || index < 0 || composition_.Layers().empty()) {
+        return;
+    }
+    const std::size_t to =
+        std::min(static_cast<std::size_t>(index), composition_.Layers().size() - 1);
+    if (to == *from) {
+        return;
+    }
+    const auto move = [this, layer](std::size_t place) {
+        composition_.Move(layer, place);
+        emit layersChanged();
+    };
+    history_.push(new LayerListEdit(
+        text, [move, to] { move(to); }, [move, from] { move(*from); }));
+}
+
+void LayerEditor::MoveLayer(int layer, int index) {
+    MoveStep(tr("Move Layer"), layer, index);
+}
+
+bool LayerEditor::CanMove(bool up) const noexcept {
+    const std::optional<std::size_t> index = composition_.IndexOf(selected_);
+    if (!index) {
+        return false;
+    }
+    return up ? *index + 1 < composition_.Layers().size() : *index > 0;
+}
+
+void LayerEditor::BringForward() {
+    if (CanMove(true)) {
+        MoveStep(tr("Bring Forward"), selected_,
+                 static_cast<int>(*composition_.IndexOf(selected_)) + 1);
+    }
+}
+
+void LayerEditor::SendBackward() {
+    if (CanMove(false)) {
+        MoveStep(tr("Send Backward"), selected_,
+                 static_cast<int>(*composition_.IndexOf(selected_)) - 1);
+    }
+}
+
+void LayerEditor::Nudge(double dx, double dy) {
+    const Layer* layer = SelectedLayer();
+    if (layer == nullptr || (dx == 0 && dy == 0)) {
+        return;
+    }
+    const PropertyValue position = layer->values.position;
+    if (!nudge_ || nudge_->layer != layer->id || nudgeClock_.elapsed() > kNudgeRunMs ||
+        nudge_->last != position) {
+        nudge_ = NudgeRun{layer->id, ++gestures_, position, position};
+    }
+    nudgeClock_.restart();
+    const LayerValues before = layer->values;
+    const PropertyValue moved{position[0] + dx, position[1] + dy, position[2]};
+    const Layer& changed = ChangeProperty(layer->id, Property::Position, moved);
+    nudge_->last = changed.values.position;
+    readout_.Drag(changed, Property::Position, changed.values.position,
+                  Difference(changed.values.position, nudge_->start));
+    emit readoutMade();
+    Record(tr("Nudge"), changed.id, before, changed.values, nudge_->gesture);
 }
 
 } // namespace qzview

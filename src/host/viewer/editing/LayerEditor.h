@@ -1,9 +1,11 @@
 // The edits a person makes to the composition's layers, and their history: the drags of
 // the viewer's tools, the wheel with Alt (scale), the scrubs and typed values of the Layer
-// Properties dock, the 3-D switch, Reset Transform, a new mask and a new camera. Each drag
-// move, wheel notch, scrub step and typed value reports the property to the Info palette;
-// each whole drag, scrub, wheel turn or menu command is one step of the undo history, and
-// walking the history reports nothing.
+// Properties dock, the 3-D switch, Reset Transform, a new mask and a new camera, the arrow
+// keys' nudges; and the changes to the list of layers: hiding and showing, deleting, and
+// moving a layer up or down the stack. Each drag move, wheel notch, nudge, scrub step and
+// typed value reports the property to the Info palette; each whole drag, scrub, wheel
+// turn, run of nudges or menu command is one step of the undo history, and walking the
+// history reports nothing.
 #pragma once
 
 #include <optional>
@@ -24,6 +26,7 @@ public:
     LayerEditor(Composition& composition, PropertyReadout& readout, QObject* parent = nullptr);
 
     QUndoStack& History() noexcept { return history_; }
+    const Composition& Comp() const noexcept { return composition_; }
 
     /// The selected layer's id, 0 for none.
     int Selected() const noexcept { return selected_; }
@@ -66,12 +69,30 @@ public:
     /// Adds a camera and selects it.
     void AddCamera();
 
+    /// Hides or shows layer `layer` ("Hide Layer", "Show Layer").
+    void SetVisible(int layer, bool visible);
+    /// Deletes the selected layer; undoing it puts the layer back in its place, with its id
+    /// and values, and selects it.
+    void DeleteSelected();
+    /// Moves layer `layer` to `index` in the stack (0: the bottom).
+    void MoveLayer(int layer, int index);
+    /// Moves the selected layer one place towards the top, or towards the bottom.
+    void BringForward();
+    void SendBackward();
+    /// Whether the selected layer can move towards the top (`up`) or the bottom.
+    bool CanMove(bool up) const noexcept;
+
+    /// An arrow key: moves the selected layer by `dx`, `dy` composition pixels and reports
+    /// its Position as a drag does, with the change since the nudging began. Nudges in
+    /// quick succession make one step of the history.
+    void Nudge(double dx, double dy);
+
 signals:
     /// A layer's values changed.
     void valuesChanged(int layer);
     /// Another layer (or none) is selected.
     void selectionChanged(int layer);
-    /// A layer was added.
+    /// A layer was added, deleted, put back, moved, hidden or shown.
     void layersChanged();
     /// The Info palette was given a property readout.
     void readoutMade();
@@ -85,6 +106,10 @@ private:
     const Layer& ChangeProperty(int layer, Property property, const PropertyValue& value);
     /// The history's name for a change of `property`.
     static QString ChangeText(const Layer& layer, Property property);
+    /// One step of the history that moves layer `layer` to `index`, named `text`.
+    void MoveStep(const QString& text, int layer, int index);
+    /// Forgets the gestures under way on layer `layer` (it is going away).
+    void Forget(int layer);
 
     Composition& composition_;
     PropertyReadout& readout_;
@@ -109,6 +134,16 @@ private:
     };
     std::optional<WheelTurn> wheel_;
     QElapsedTimer wheelClock_;
+
+    struct NudgeRun {
+        int layer = 0;
+        int gesture = 0;
+        PropertyValue start{};
+        /// The position the last nudge gave; any other edit of it ends the run.
+        PropertyValue last{};
+    };
+    std::optional<NudgeRun> nudge_;
+    QElapsedTimer nudgeClock_;
     int gestures_ = 0;
 };
 
