@@ -67,6 +67,7 @@ QList<ShortcutRow> Gestures() {
         {Tr("Drag (Rotation tool)"),
          Tr("Rotate the layer about its anchor point; on a 3D layer turn its Orientation "
             "(about X dragging up and down, about Y dragging sideways, about Z with Shift)")},
+        {Tr("Arrow keys"), Tr("Nudge the selected layer one pixel; Shift: ten pixels")},
         {Tr("Alt+wheel"),
          Tr("Scale the selected layer (or the one under the pointer) 1% a notch; Shift: 10%")},
         {Tr("Drag a number"), Tr("Layer Properties: scrub the value; click it to type one")},
