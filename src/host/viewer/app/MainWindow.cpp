@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include <QCloseEvent>
 #include <QDoubleSpinBox>
@@ -387,6 +388,10 @@ void MainWindow::ReportUnreadable(const std::vector<std::string>& errors) {
     if (errors.empty()) {
         return;
     }
+    if (!isVisible()) {
+        unreadable_.insert(unreadable_.end(), errors.begin(), errors.end());
+        return;
+    }
     info_->ShowReadErrors(errors);
     QStringList sentences;
     for (const std::string& error : errors) {
@@ -406,7 +411,7 @@ void MainWindow::ReportUnreadable(const std::vector<std::string>& errors) {
 }
 
 void MainWindow::RestoreLayout() {
-    DockLayout::Restore(*this, *docks_, projectDock_, layersDock_);
+    defaultSizesDue_ = !DockLayout::Restore(*this, *docks_, projectDock_, layersDock_);
     docks_->UpdateAnswers();
     frames_.Schedule();
 }
@@ -414,8 +419,12 @@ void MainWindow::RestoreLayout() {
 void MainWindow::ResetLayout() {
     DockLayout::ApplyDefault(*this, *docks_, projectDock_, layersDock_);
     docks_->UpdateAnswers();
-    // The default widths are the ones to keep, once Qt has laid the docks out.
-    QTimer::singleShot(0, dockWidths_, &DockWidthKeeper::Remember);
+    // The sizes once Qt has laid the docks out in their places; they are the widths to
+    // keep.
+    QTimer::singleShot(0, this, [this] {
+        DockLayout::DefaultSizes(*this, projectDock_, layersDock_);
+        QTimer::singleShot(0, dockWidths_, &DockWidthKeeper::Remember);
+    });
     frames_.Schedule();
 }
 
@@ -425,8 +434,18 @@ void MainWindow::SaveLayout() {
 
 void MainWindow::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    // The widths of the layout put back are the ones to keep, once Qt has laid them out.
-    QTimer::singleShot(0, dockWidths_, &DockWidthKeeper::Remember);
+    QTimer::singleShot(0, this, [this] {
+        if (defaultSizesDue_) {
+            defaultSizesDue_ = false;
+            DockLayout::DefaultSizes(*this, projectDock_, layersDock_);
+        }
+        // The widths of the layout in place are the ones to keep, once Qt has laid them
+        // out.
+        QTimer::singleShot(0, dockWidths_, &DockWidthKeeper::Remember);
+        if (!unreadable_.empty()) {
+            ReportUnreadable(std::exchange(unreadable_, {}));
+        }
+    });
 }
 
 void MainWindow::LogReady() {

@@ -165,6 +165,13 @@ private:
     ToolActions* toolActions_ = nullptr;
     WindowActions* windowActions_ = nullptr;
 
+    /// The default layout's sizes are given at the first show, once Qt has laid the
+    /// window out.
+    bool defaultSizesDue_ = false;
+    /// Images that could not be read, reported once the window is on the screen (a
+    /// message shown before it would open behind it).
+    std::vector<std::string> unreadable_;
+
     FramePacer frames_;
     BackgroundReader reader_;
     bool closed_ = false;

@@ -73,7 +73,7 @@ void Save(QMainWindow& window, DockWorkspace& docks) {
     PutBytes("window_state", window.saveState(kStateVersion));
 }
 
-void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
+bool Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers) {
     const std::optional<QByteArray> state = GetBytes("window_state");
     if (const std::optional<QByteArray> geometry = GetBytes("window_geometry")) {
         window.restoreGeometry(*geometry);
@@ -82,7 +82,7 @@ void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QD
     docks.Dock(kInfoTabType);
     if (!state || !window.restoreState(*state, kStateVersion)) {
         ApplyDefault(window, docks, project, layers);
-        return;
+        return false;
     }
     if (Get("info_open", 1) == 1) {
         OpenInfo();
@@ -90,6 +90,7 @@ void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QD
         window.restoreState(*state, kStateVersion);
     }
     KeepFloatingDocksOnScreen(window);
+    return true;
 }
 
 void ApplyDefault(QMainWindow& window, DockWorkspace& docks, QDockWidget* project,
@@ -105,6 +106,9 @@ void ApplyDefault(QMainWindow& window, DockWorkspace& docks, QDockWidget* projec
     for (QDockWidget* dock : {project, layers, info}) {
         dock->show();
     }
+}
+
+void DefaultSizes(QMainWindow& window, QDockWidget* project, QDockWidget* layers) {
     // Room for a row of three numbers; the Project list needs less height than the
     // properties.
     window.resizeDocks({layers}, {330}, Qt::Horizontal);

@@ -22,12 +22,15 @@ inline constexpr const char* kSection = "Viewer Layout";
 /// [ui-thread] Writes the layout; a preference file that cannot be written keeps its old
 /// layout (the viewer goes on).
 void Save(QMainWindow& window, DockWorkspace& docks);
-/// [ui-thread] Puts the saved layout back; without one (or with one that Qt cannot read)
-/// the default layout.
-void Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers);
-/// [ui-thread] The default layout, with the Info panel open.
+/// [ui-thread] Puts the saved layout back and returns true; without one (or with one that
+/// Qt cannot read) puts the default layout in place and returns false.
+bool Restore(QMainWindow& window, DockWorkspace& docks, QDockWidget* project, QDockWidget* layers);
+/// [ui-thread] The default layout's places, with the Info panel open; its sizes follow by
+/// DefaultSizes once the window is laid out.
 void ApplyDefault(QMainWindow& window, DockWorkspace& docks, QDockWidget* project,
                   QDockWidget* layers);
+/// [ui-thread] The default layout's dock sizes, for a window that Qt has laid out.
+void DefaultSizes(QMainWindow& window, QDockWidget* project, QDockWidget* layers);
 /// [ui-thread] Moves every floating dock of `window` that lies off every screen back onto
 /// the window's screen.
 void KeepFloatingDocksOnScreen(QMainWindow& window);
