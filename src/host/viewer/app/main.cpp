@@ -14,6 +14,7 @@
 #include "ViewerOptions.h"
 #include "ViewerSession.h"
 #include "qzhost/MainLoop.h"
+#include "qzhost/ProgramName.h"
 
 namespace {
 
@@ -38,6 +39,7 @@ int main(int argc, char** argv) {
     const qzview::ViewerOptions& options = *parsed.options;
 
     qzhost::MainLoop::Get().AdoptCurrentThread();
+    qzhost::SetProgramName("qzview");
     std::vector<qzview::LayerImage> images;
     for (const std::string& path : options.images) {
         try {
