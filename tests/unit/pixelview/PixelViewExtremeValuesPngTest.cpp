@@ -6,13 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <string>
-#include <vector>
-
-#include <OpenImageIO/imageio.h>
 
 #include "PixelViewTestSupport.h"
+#include "qzhost/RenderedImage.h"
 
 namespace pixelviewtest {
 namespace {
@@ -39,34 +36,11 @@ const Box kXNumber = {139, 4, 90, 14};
 // The vertical divider between the values and X, Y.
 constexpr int kDividerX = 100;
 
-struct Picture {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> rgba;
-    bool SamePixel(const Picture& other, int x, int y) const {
-        const std::size_t at = (static_cast<std::size_t>(y) * width + x) * 4;
-        for (std::size_t c = 0; c < 4; ++c) {
-            if (rgba[at + c] != other.rgba[at + c]) {
-                return false;
-            }
-        }
-        return true;
-    }
-};
-
-Picture ReadPicture(const std::string& path) {
-    Picture picture;
-    auto in = OIIO::ImageInput::open(path);
-    EXPECT_TRUE(in) << path << ": " << OIIO::geterror();
-    if (!in) {
-        return picture;
-    }
-    picture.width = in->spec().width;
-    picture.height = in->spec().height;
-    picture.rgba.assign(static_cast<std::size_t>(picture.width) * picture.height * 4, 255);
-    EXPECT_TRUE(in->read_image(0, 0, 0, std::min(in->spec().nchannels, 4), OIIO::TypeDesc::UINT8,
-                               picture.rgba.data(), 4));
-    return picture;
+/// Whether two drawn panels have the same pixel at x, y.
+bool SamePixel(const qzhost::RenderedImage& a, const qzhost::RenderedImage& b, int x, int y) {
+    const qzhost::Rgba8 p = a.At(x, y);
+    const qzhost::Rgba8 q = b.At(x, y);
+    return p.r == q.r && p.g == q.g && p.b == q.b && p.a == q.a;
 }
 
 TEST(PixelViewExtremeValuesPng, ValueTextsStayInsideTheirControlsInEveryNotation) {
@@ -85,18 +59,18 @@ TEST(PixelViewExtremeValuesPng, ValueTextsStayInsideTheirControlsInEveryNotation
                                       Quoted(folder.File("prefs.txt")) + " " + Quoted(image));
         ASSERT_EQ(run.status, 0) << run.err;
         const std::string stem = folder.File(std::string("panel-") + mode);
-        const Picture far = ReadPicture(stem + "-1.png");
-        const Picture zero = ReadPicture(stem + "-2.png");
-        ASSERT_EQ(far.width, 206 * kScale);
-        ASSERT_EQ(far.height, 114 * kScale);
-        ASSERT_EQ(zero.width, far.width);
-        ASSERT_EQ(zero.height, far.height);
+        const qzhost::RenderedImage far = qzhost::RenderedImage::ReadPng(stem + "-1.png");
+        const qzhost::RenderedImage zero = qzhost::RenderedImage::ReadPng(stem + "-2.png");
+        ASSERT_EQ(far.Width(), 206 * kScale);
+        ASSERT_EQ(far.Height(), 114 * kScale);
+        ASSERT_EQ(zero.Width(), far.Width());
+        ASSERT_EQ(zero.Height(), far.Height());
         int changed = 0;
         int changedPastDivider = 0;
         int outside = 0;
-        for (int y = 0; y < far.height; ++y) {
-            for (int x = 0; x < far.width; ++x) {
-                if (far.SamePixel(zero, x, y)) {
+        for (int y = 0; y < far.Height(); ++y) {
+            for (int x = 0; x < far.Width(); ++x) {
+                if (SamePixel(far, zero, x, y)) {
                     continue;
                 }
                 ++changed;
