@@ -235,10 +235,8 @@ Json Host(ScriptSession&, const OpArgs& args) {
         }
     }
     // Problems that the host worked around, such as an unreadable preference file that
-    // it set aside, are worth a diagnostic.
-    for (const std::string& warning : HostControls::Get().TakeWarnings()) {
-        std::cerr << "qzhost script: warning: " << warning << '\n';
-    }
+    // it set aside, are worth a diagnostic, under the name of the program that runs.
+    HostControls::Get().PrintWarnings(std::cerr);
     return OpOutput(args);
 }
 

@@ -16,6 +16,7 @@
 #include "ViewerOptions.h"
 #include "ViewerSession.h"
 #include "qzhost/MainLoop.h"
+#include "qzhost/ProgramName.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ int main(int argc, char** argv) {
     const qzview::ViewerOptions& options = *parsed.options;
 
     qzhost::MainLoop::Get().AdoptCurrentThread();
+    qzhost::SetProgramName("qzview");
     std::vector<qzview::LayerImage> images;
     std::vector<std::string> unreadable;
     for (const std::string& path : options.images) {

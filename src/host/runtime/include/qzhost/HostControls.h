@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -120,6 +121,9 @@ public:
     void Warn(const std::string& message);
     /// The warnings recorded since the last call; the list is empty afterwards.
     std::vector<std::string> TakeWarnings();
+    /// Takes the warnings and writes each on a line of `out` under the name of the
+    /// program that runs (ProgramName): "qzview: warning: the preference file ...".
+    void PrintWarnings(std::ostream& out);
 
     /// Records a breach of the host's calling contract, such as a [ui-thread] operation
     /// called from another thread. Safe from any thread.

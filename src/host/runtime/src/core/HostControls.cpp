@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <ostream>
 #include <stdexcept>
 
 #include <unicode/ucnv.h>
@@ -10,6 +11,7 @@
 #include "qzhost/MainLoop.h"
 #include "qzhost/MonitorProfile.h"
 #include "qzhost/PreferenceFile.h"
+#include "qzhost/ProgramName.h"
 
 namespace qzhost {
 
@@ -176,6 +178,13 @@ std::vector<std::string> HostControls::TakeWarnings() {
     std::vector<std::string> taken;
     taken.swap(warnings_);
     return taken;
+}
+
+void HostControls::PrintWarnings(std::ostream& out) {
+    const std::string program = ProgramName();
+    for (const std::string& warning : TakeWarnings()) {
+        out << program << ": warning: " << warning << '\n';
+    }
 }
 
 void HostControls::RecordViolation(const std::string& what) {

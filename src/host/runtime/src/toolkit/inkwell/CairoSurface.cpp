@@ -142,6 +142,18 @@ namespace {
 /// panel fit many times over).
 constexpr std::size_t kMaxKeptLayouts = 512;
 
+/// Whether the glyphs of `ink` (a layout's ink rectangle in Pango units), set with the
+/// layout's origin at (originX, originY), lie inside `box`.
+bool InkFitsBox(const PangoRectangle& ink, double originX, double originY,
+                const kitui::ui::RectT<float>& box) {
+    const double left = originX + static_cast<double>(ink.x) / PANGO_SCALE;
+    const double top = originY + static_cast<double>(ink.y) / PANGO_SCALE;
+    const double right = left + static_cast<double>(ink.width) / PANGO_SCALE;
+    const double bottom = top + static_cast<double>(ink.height) / PANGO_SCALE;
+    return left >= box.x && top >= box.y && right <= static_cast<double>(box.x) + box.width &&
+           bottom <= static_cast<double>(box.y) + box.height;
+}
+
 void SetFontOptions(PangoContext* context, bool antialias) {
     cairo_font_options_t* options = cairo_font_options_create();
     cairo_font_options_set_antialias(options,
@@ -224,8 +236,9 @@ void CairoSurface::DrawText(const kitcore::utility::UTF16String& text,
         return;
     }
     PangoLayout* layout = MakeLayout(text, style);
+    PangoRectangle ink;
     PangoRectangle logical;
-    pango_layout_get_extents(layout, nullptr, &logical);
+    pango_layout_get_extents(layout, &ink, &logical);
     const double width = static_cast<double>(logical.width) / PANGO_SCALE;
     const double height = static_cast<double>(logical.height) / PANGO_SCALE;
     double x = box.x;
@@ -235,10 +248,18 @@ void CairoSurface::DrawText(const kitcore::utility::UTF16String& text,
         x = box.x + box.width - width;
     }
     const double y = box.y + (box.height - height) / 2.0;
+    // Where the layout's origin goes: its logical rectangle's corner at (x, y).
+    const double originX = x - static_cast<double>(logical.x) / PANGO_SCALE;
+    const double originY = y - static_cast<double>(logical.y) / PANGO_SCALE;
     cairo_save(cr_);
     cairo_new_path(cr_);
-    cairo_move_to(cr_, x - static_cast<double>(logical.x) / PANGO_SCALE,
-                  y - static_cast<double>(logical.y) / PANGO_SCALE);
+    // Text never leaves its box: a text too long for it (or glyphs reaching beyond it) is
+    // cut at the box's edges. Text that fits, nearly all of it, sets no clip.
+    if (!InkFitsBox(ink, originX, originY, box)) {
+        cairo_rectangle(cr_, box.x, box.y, box.width, box.height);
+        cairo_clip(cr_);
+    }
+    cairo_move_to(cr_, originX, originY);
     SetSource(cr_, color);
     pango_cairo_show_layout(cr_, layout);
     cairo_restore(cr_);

@@ -35,6 +35,9 @@ public:
                   int fill_rule) override;
     void StrokePath(const kitui::inkwell::PathRef& path,
                     const kitui::inkwell::PenRef& pen) override;
+    /// Sets `text` in `box` and clips it to the box: every control's text (a static text,
+    /// a button's title, a popup's value, an edit field's contents) is drawn here, so no
+    /// text reaches past the box its control gives it.
     void DrawText(const kitcore::utility::UTF16String& text, const kitui::ui::RectT<float>& box,
                   const kitui::inkwell::ColorRGBA& color,
                   const kitui::inkwell::TextStyle& style) override;

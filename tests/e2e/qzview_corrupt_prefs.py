@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""qzview on a preference file that cannot be parsed, on Qt's offscreen platform.
+
+Starts qzview with --log-json and a preference file holding a line that is no entry,
+waits for its ready event, ends it with SIGTERM and checks:
+  - it ran (ready event, status 0 after SIGTERM) and set the file aside (.corrupt);
+  - standard error has the warning under qzview's own name,
+    "qzview: warning: the preference file <path> cannot be read (...)",
+    and no line under another program's name.
+"""
+
+import argparse
+import os
+import sys
+import tempfile
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from xsession import READY_TIMEOUT, Failure, Viewer, end_with_sigterm  # noqa: E402
+
+
+def run(qzview, workdir):
+    prefs = os.path.join(workdir, "preferences.txt")
+    with open(prefs, "w") as f:
+        f.write("an entry before the first section\n")
+    env = {k: v for k, v in os.environ.items() if not k.startswith("QT_")}
+    env.update({"QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": workdir,
+                "XDG_CONFIG_HOME": os.path.join(workdir, "config"), "HOME": workdir})
+    viewer = Viewer([qzview, "--log-json", "--prefs", prefs], env, workdir)
+    try:
+        viewer.wait_for(lambda e: e.get("event") == "ready", READY_TIMEOUT, "ready event")
+        end_with_sigterm(viewer, READY_TIMEOUT)
+    finally:
+        viewer.stop()
+    errors = viewer.error_text().splitlines()
+    expected = f"qzview: warning: the preference file {prefs} cannot be read (line 1: "
+    if not any(line.startswith(expected) for line in errors):
+        raise Failure(f"no line begins with '{expected}'; standard error:\n" + "\n".join(errors))
+    others = [line for line in errors if "warning:" in line and not line.startswith("qzview: ")]
+    if others:
+        raise Failure("warnings under another name: " + "\n".join(others))
+    if not os.path.exists(prefs + ".corrupt"):
+        raise Failure("the unreadable file was not moved to " + prefs + ".corrupt")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--qzview", required=True, help="the qzview program")
+    args = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix="qzview-prefs-") as workdir:
+        try:
+            run(args.qzview, workdir)
+        except Failure as failure:
+            print(f"FAIL: {failure}", file=sys.stderr)
+            return 1
+    print("PASS")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
