@@ -19,13 +19,6 @@ namespace {
 using qzview::Property;
 using qzview::WorkingPixel;
 
-/// A value as the panel writes it in a float project: four decimals.
-std::string Decimals(float value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.4f", static_cast<double>(value));
-    return text;
-}
-
 bool SameBits(float a, float b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
@@ -86,10 +79,10 @@ protected:
         }
         // A transparent pixel shows its alpha alone.
         const bool colour = pixel[3] != 0.0f;
-        EXPECT_EQ(Text(snapshot, 7), colour ? Decimals(pixel[0]) : "");
-        EXPECT_EQ(Text(snapshot, 8), colour ? Decimals(pixel[1]) : "");
-        EXPECT_EQ(Text(snapshot, 9), colour ? Decimals(pixel[2]) : "");
-        EXPECT_EQ(Text(snapshot, 10), Decimals(pixel[3]));
+        EXPECT_EQ(Text(snapshot, 7), colour ? FourDecimals(pixel[0]) : "");
+        EXPECT_EQ(Text(snapshot, 8), colour ? FourDecimals(pixel[1]) : "");
+        EXPECT_EQ(Text(snapshot, 9), colour ? FourDecimals(pixel[2]) : "");
+        EXPECT_EQ(Text(snapshot, 10), FourDecimals(pixel[3]));
         return pixel;
     }
 

@@ -25,13 +25,6 @@ namespace {
 using qzview::Property;
 using qzview::WorkingPixel;
 
-/// A value as the panel writes it in a float project.
-std::string FourDecimals(float value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.4f", static_cast<double>(value));
-    return text;
-}
-
 class LayerOrderTest : public ViewerHarness {
 protected:
     /// Three float layers, bottom to top: a 160 x 120 plate, a 100 x 80 one and a 60 x 40

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdio>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -28,6 +29,13 @@ namespace qzviewtest {
 
 /// The path of a bundled sample image.
 std::string Sample(const char* name);
+
+/// A value as the panel writes it in a float project: four decimals.
+inline std::string FourDecimals(float value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.4f", static_cast<double>(value));
+    return text;
+}
 
 class ViewerHarness : public ::testing::Test {
 protected:
