@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """qzview on a preference file that cannot be parsed, on Qt's offscreen platform.
 
-Starts qzview with --log-json and a preference file holding a line that is no entry,
-waits for its ready event, ends it with SIGTERM and checks:
+Starts qzview with --log-json, --plugin (the plug-in beside it, named on the command
+line: Qt must not take the option for its own "-plugin") and a preference file holding a
+line that is no entry, waits for its ready event, ends it with SIGTERM and checks:
   - it ran (ready event, status 0 after SIGTERM) and set the file aside (.corrupt);
   - standard error has the warning under qzview's own name,
     "qzview: warning: the preference file <path> cannot be read (...)",
-    and no line under another program's name.
+    and no line under another program's name;
+  - standard error has nothing from Qt about the command line ("No such plugin").
 """
 
 import argparse
@@ -25,7 +27,8 @@ def run(qzview, workdir):
     env = {k: v for k, v in os.environ.items() if not k.startswith("QT_")}
     env.update({"QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": workdir,
                 "XDG_CONFIG_HOME": os.path.join(workdir, "config"), "HOME": workdir})
-    viewer = Viewer([qzview, "--log-json", "--prefs", prefs], env, workdir)
+    plugin = os.path.join(os.path.dirname(os.path.abspath(qzview)), "InfoPal.so")
+    viewer = Viewer([qzview, "--log-json", "--prefs", prefs, "--plugin", plugin], env, workdir)
     try:
         viewer.wait_for(lambda e: e.get("event") == "ready", READY_TIMEOUT, "ready event")
         end_with_sigterm(viewer, READY_TIMEOUT)
@@ -38,6 +41,9 @@ def run(qzview, workdir):
     others = [line for line in errors if "warning:" in line and not line.startswith("qzview: ")]
     if others:
         raise Failure("warnings under another name: " + "\n".join(others))
+    qt = [line for line in errors if "No such plugin" in line]
+    if qt:
+        raise Failure("Qt read the viewer's options: " + "\n".join(qt))
     if not os.path.exists(prefs + ".corrupt"):
         raise Failure("the unreadable file was not moved to " + prefs + ".corrupt")
 
