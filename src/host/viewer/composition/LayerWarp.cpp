@@ -17,9 +17,10 @@ using Lanes = float __attribute__((vector_size(16)));
 /// Footprints of up to this many pixels a side take the quick path.
 constexpr int kFastTaps = 4;
 
-/// A projective pixel whose footprint holds more taps than this (a layer seen almost
-/// edge-on, far away) is filtered from the taps within the layer only.
-constexpr double kMostTaps = 1 << 22;
+/// A projective pixel whose footprint holds more taps than this (near the vanishing line
+/// of a layer's plane, where the footprint grows without bound) is filtered from the taps
+/// within the layer, over the total weight of all its taps found in closed form.
+constexpr double kMostTaps = 1 << 20;
 
 /// The triangle filter of width 2 along one axis, as the image library evaluates it.
 inline float Tri(float x) noexcept {
@@ -144,29 +145,44 @@ inline void Filter(float s, float t, float dsInv, float dtInv, float radiusS, fl
     }
 }
 
-/// For a footprint of more than kMostTaps taps: the same filter over the taps within the
-/// patch alone, the total of the others' weights left out (the weights beyond the layer
-/// only darken the result; here they are not counted, so the pixel is the filtered mean
-/// of the layer pixels it reaches, not the library's value).
-void FilterWithinPatch(const Spot& spot, const LayerPatch& patch, float* out) noexcept {
-    const PixelRect& rect = patch.rect;
-    const int smin = std::max(rect.x0, FloorToInt(spot.s - spot.radiusS));
-    const int smax = std::min(rect.x1, CeilToInt(spot.s + spot.radiusS));
-    const int tmin = std::max(rect.y0, FloorToInt(spot.t - spot.radiusT));
-    const int tmax = std::min(rect.y1, CeilToInt(spot.t + spot.radiusT));
-    double sum[4] = {0, 0, 0, 0};
+/// The sum of the triangle filter's weights over taps `lo` to `hi` - 1 along one axis:
+/// counted for a few thousand taps, else its integral, 2 x radius / 2 (the two differ by
+/// far less than single precision for so wide a filter).
+double WeightAlong(int lo, int hi, float centre, float inverse, float radius) noexcept {
+    if (static_cast<double>(hi) - lo > 4096) {
+        return radius;
+    }
     double total = 0;
-    for (int ty = tmin; ty < tmax; ++ty) {
+    for (int i = lo; i < hi; ++i) {
+        total += Tri(inverse * (static_cast<float>(i) + 0.5f - centre));
+    }
+    return total;
+}
+
+/// For a footprint of more than kMostTaps taps: the same weights, but only the taps within
+/// the patch are visited, and the total weight of all of them (the taps beyond the layer
+/// add weight but no value) is the product of the weights along each axis. The result is
+/// the library's but for rounding, at the cost of the layer pixels reached rather than of
+/// every tap.
+void FilterWide(const Spot& spot, const LayerPatch& patch, float* out) noexcept {
+    const PixelRect& rect = patch.rect;
+    const int s0 = FloorToInt(spot.s - spot.radiusS);
+    const int s1 = CeilToInt(spot.s + spot.radiusS);
+    const int t0 = FloorToInt(spot.t - spot.radiusT);
+    const int t1 = CeilToInt(spot.t + spot.radiusT);
+    double sum[4] = {0, 0, 0, 0};
+    for (int ty = std::max(t0, rect.y0); ty < std::min(t1, rect.y1); ++ty) {
         const double wy = Tri(spot.dtInv * (static_cast<float>(ty) + 0.5f - spot.t));
-        for (int sx = smin; sx < smax; ++sx) {
+        for (int sx = std::max(s0, rect.x0); sx < std::min(s1, rect.x1); ++sx) {
             const double weight = Tri(spot.dsInv * (static_cast<float>(sx) + 0.5f - spot.s)) * wy;
             const float* v = patch.At(sx, ty);
-            total += weight;
             for (int c = 0; c < 4; ++c) {
                 sum[c] += weight * v[c];
             }
         }
     }
+    const double total = WeightAlong(s0, s1, spot.s, spot.dsInv, spot.radiusS) *
+                         WeightAlong(t0, t1, spot.t, spot.dtInv, spot.radiusT);
     for (int c = 0; c < 4; ++c) {
         out[c] = total > 0 ? static_cast<float>(sum[c] / total) : 0.0f;
     }
@@ -324,7 +340,7 @@ void LayerWarp::SampleProjective(int x, int y, const LayerPatch& patch, float* o
         return;
     }
     if (static_cast<double>(s1 - s0) * static_cast<double>(t1 - t0) > kMostTaps) {
-        FilterWithinPatch(spot, patch, out);
+        FilterWide(spot, patch, out);
         return;
     }
     Filter(spot.s, spot.t, spot.dsInv, spot.dtInv, spot.radiusS, spot.radiusT, patch, out);

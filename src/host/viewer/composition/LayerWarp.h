@@ -12,7 +12,10 @@
 // far the layer point moves for one composition pixel along x and along y), so far parts
 // of a layer are filtered more widely than near ones. Unlike the library's warp, pixels
 // whose w is not positive (where the layer would be seen behind the camera) stay
-// transparent black.
+// transparent black. Near the vanishing line of a layer's plane the footprints grow
+// without bound; a pixel whose footprint holds more than about a million taps is filtered
+// from the layer pixels it reaches over the closed-form total of its weights, equal to the
+// library's value but for rounding, instead of visiting every tap.
 #pragma once
 
 #include <array>
