@@ -115,6 +115,8 @@ void MainWindow::ConnectEditor() {
     connect(editor_, &LayerEditor::layersChanged, this, [this] {
         RefreshProjectList();
         FollowSelection();
+        // A new camera sees the 3-D layers anew.
+        frames_.Schedule();
     });
     connect(editor_, &LayerEditor::readoutMade, &frames_, &FramePacer::Schedule);
 }
