@@ -25,6 +25,7 @@
 #include "canvas/SceneMaker.h"
 #include "composition/Camera.h"
 #include "composition/Composition.h"
+#include "editing/LayerDrag.h"
 #include "editing/LayerHandles.h"
 
 namespace qzviewtest::projection {
@@ -555,6 +556,98 @@ TEST(CameraProjectionTest, ThePreviewDrawsTheLayerWhereTheCameraSeesIt) {
     }
     EXPECT_GT(covered, 500);
     EXPECT_GT(bare, 3000);
+}
+
+TEST(CameraProjectionTest, ThePreviewLeavesOutWhatLiesBehindTheCamera) {
+    Scene scene;
+    scene.camera = scene.composition.AddCamera();
+    scene.SetCamera([](qzview::LayerValues& v) {
+        v.position = {48, 32, -10};
+        v.zoom = 30;
+    });
+    scene.SetLayer([](qzview::LayerValues& v) {
+        v.position = {48, 32, 0};
+        v.rotationY = 60;
+    });
+    qzview::LayerValues under = LayerOf(scene.composition, scene.under).values;
+    under.opacity = 0;
+    scene.composition.SetValues(scene.under, under);
+    ASSERT_FALSE(scene.composition.Transform(scene.layer).Apply(64, 24).has_value());
+    qzview::SceneMaker maker;
+    const qzview::CanvasScene canvas = maker.Make(scene.composition, {}, nullptr);
+    qzview::CanvasMapping mapping;
+    QImage view(96, 64, QImage::Format_RGB32);
+    qzview::PaintPreview(canvas, mapping, true, view);
+    // Against the exact composite, away from the layer's edges: where it shows nothing
+    // (also where a projection that ignored the camera's plane would draw the layer's far
+    // side mirrored), the checkerboard; where it is nearly opaque, the layer.
+    std::vector<float> alphas(96 * 64);
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 96; ++x) {
+            alphas[static_cast<std::size_t>(y * 96 + x)] = scene.composition.PixelAt(x, y)[3];
+        }
+    }
+    const auto alpha = [&](int x, int y) {
+        float least = 1;
+        float most = 0;
+        for (int dy = -2; dy <= 2; ++dy) {
+            for (int dx = -2; dx <= 2; ++dx) {
+                const float a = alphas[static_cast<std::size_t>((y + dy) * 96 + x + dx)];
+                least = std::min(least, a);
+                most = std::max(most, a);
+            }
+        }
+        return std::array<float, 2>{least, most};
+    };
+    int empty = 0;
+    int drawn = 0;
+    for (int y = 2; y < 62; ++y) {
+        for (int x = 2; x < 94; ++x) {
+            const auto [least, most] = alpha(x, y);
+            const bool checker = view.pixel(x, y) == qzview::Checker(x, y);
+            if (most == 0.0f) {
+                ++empty;
+                EXPECT_TRUE(checker) << "drawn at " << x << "," << y;
+            } else if (least > 0.3f) {
+                ++drawn;
+                EXPECT_FALSE(checker) << "not drawn at " << x << "," << y;
+            }
+        }
+    }
+    EXPECT_GT(empty, 200);
+    EXPECT_GT(drawn, 200);
+}
+
+TEST(CameraProjectionTest, TheAnchorPointToolKeepsAProjectedLayerInPlace) {
+    Scene scene;
+    scene.camera = scene.composition.AddCamera();
+    scene.SetCamera([](qzview::LayerValues& v) { v.position = {10, 20, -90}; });
+    scene.SetLayer([](qzview::LayerValues& v) {
+        v.position = {50, 30, 15};
+        v.rotationY = 40;
+        v.rotationX = -15;
+    });
+    const qzview::Layer& layer = LayerOf(scene.composition, scene.layer);
+    const qzview::Projective before = scene.composition.Transform(scene.layer);
+    const qzview::PropertyValue placedAt = layer.values.position;
+    const auto pressed = *before.Apply(32, 24);
+    const auto released = *before.Apply(44, 30);
+    qzview::LayerDrag drag(layer, qzview::Property::AnchorPoint, {pressed[0], pressed[1]}, before);
+    const qzview::LayerValues values = drag.Move({released[0], released[1]}, false);
+    // The anchor moved by the layer pixels between the two points under the pointer...
+    EXPECT_NEAR(values.anchor[0], 32 + 12, 1e-6);
+    EXPECT_NEAR(values.anchor[1], 24 + 6, 1e-6);
+    // ...and the layer is seen where it was.
+    scene.composition.SetValues(scene.layer, values);
+    const qzview::Projective after = scene.composition.Transform(scene.layer);
+    for (const auto& [u, v] : {std::array<double, 2>{0, 0}, std::array<double, 2>{64, 48},
+                               std::array<double, 2>{10, 40}}) {
+        const auto was = *before.Apply(u, v);
+        const auto now = *after.Apply(u, v);
+        EXPECT_NEAR(now[0], was[0], 1e-9) << u << "," << v;
+        EXPECT_NEAR(now[1], was[1], 1e-9) << u << "," << v;
+    }
+    EXPECT_GT(std::abs(values.position[2] - placedAt[2]), 1.0) << "the position moved in depth";
 }
 
 } // namespace
