@@ -71,7 +71,8 @@ protected:
     /// round it with the rotation tool, 10 degrees a move, from 0 degrees (to the right
     /// of it) to `end` degrees (clockwise on the screen when positive), ending at whole
     /// pixels `last_x`, `last_y` from it.
-    void TurnAround(int end, int last_x, int last_y) {
+    void TurnAround(int end, int last_x, int last_y,
+                    Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         Type(Property::Position, 0, "120.5");
         Type(Property::Position, 1, "80.5");
         Window().SetTool(qzview::Tool::Rotation);
@@ -83,7 +84,14 @@ protected:
                 At(120.5 + std::round(80 * std::cos(r)), 80.5 + std::round(80 * std::sin(r))));
         }
         points.push_back(At(120.5 + last_x, 80.5 + last_y));
-        DragOnCanvas(points);
+        Mouse(Canvas(), QEvent::MouseButtonPress, points.front(), Qt::LeftButton, Qt::LeftButton,
+              modifiers);
+        for (std::size_t i = 1; i < points.size(); ++i) {
+            Mouse(Canvas(), QEvent::MouseMove, points[i], Qt::NoButton, Qt::LeftButton, modifiers);
+        }
+        Mouse(Canvas(), QEvent::MouseButtonRelease, points.back(), Qt::LeftButton, Qt::NoButton,
+              modifiers);
+        Settle();
     }
 
     /// The delta row's text without the spaces that align it.
@@ -230,8 +238,8 @@ TEST_F(LayerReadoutTest, RotatingA3DLayerTurnsItsOrientationWithinATurn) {
     StartAtZoom1();
     Window().LayerPanel().ThreeDSwitch()->click();
     Settle();
-    // Counter-clockwise to -100.008 degrees.
-    TurnAround(-100, -18, -102);
+    // Counter-clockwise to -100.008 degrees, with Shift: about Z.
+    TurnAround(-100, -18, -102, Qt::ShiftModifier);
     EXPECT_NEAR(Layer().values.orientation[2], 259.992, 1e-3);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 0.0\u00b0, 260.0\u00b0");
     EXPECT_EQ(DeltaRow(), "\u0394: 0.0\u00b0, 0.0\u00b0, -100.0\u00b0");

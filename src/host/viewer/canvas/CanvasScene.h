@@ -11,12 +11,13 @@
 #include "canvas/DisplayImage.h"
 #include "canvas/LayerPyramid.h"
 #include "composition/CompositeRegion.h"
+#include "composition/Projective.h"
 
 namespace qzview {
 
 struct PreviewLayer {
     std::shared_ptr<const LayerPyramid> pyramid;
-    Affine transform;
+    Projective transform;
     /// 0 to 1.
     double opacity = 1.0;
 };

@@ -24,6 +24,33 @@ const QBrush& CheckerBrush() {
     return brush;
 }
 
+/// Screen pixels per layer pixel along the layer's more shrunk axis, where the layer is
+/// shown largest: for a layer seen in perspective, the most of that at its corners (none
+/// behind the camera; 0 when one is, which picks full resolution).
+double ShownScale(const Projective& transform, int width, int height) {
+    if (transform.IsAffine()) {
+        const Affine m = transform.ToAffine();
+        return std::min(std::hypot(m.a, m.b), std::hypot(m.c, m.d));
+    }
+    const Matrix3& h = transform.m;
+    double most = 0;
+    for (const auto& [u, v] : {std::array<double, 2>{0, 0}, std::array<double, 2>{1.0 * width, 0},
+                               std::array<double, 2>{1.0 * width, 1.0 * height},
+                               std::array<double, 2>{0, 1.0 * height}}) {
+        const auto [xw, yw, w] = transform.Homogeneous(u, v);
+        if (!(w > 0)) {
+            return 0;
+        }
+        const double x = xw / w;
+        const double y = yw / w;
+        // The derivatives of the seen point along u and along v.
+        const double alongU = std::hypot(h[0][0] - x * h[2][0], h[1][0] - y * h[2][0]) / w;
+        const double alongV = std::hypot(h[0][1] - x * h[2][1], h[1][1] - y * h[2][1]) / w;
+        most = std::max(most, std::min(alongU, alongV));
+    }
+    return most;
+}
+
 } // namespace
 
 void PaintPreview(const CanvasScene& scene, const CanvasMapping& mapping, bool smooth,
@@ -38,15 +65,19 @@ void PaintPreview(const CanvasScene& scene, const CanvasMapping& mapping, bool s
     painter.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
     const QTransform toView(zoom, 0, 0, zoom, mapping.OriginX(), mapping.OriginY());
     for (const PreviewLayer& layer : scene.layers) {
-        const Affine& m = layer.transform;
+        const Projective& m = layer.transform;
         if (!layer.pyramid || layer.opacity <= 0 || !m.Inverse()) {
             continue;
         }
-        // Screen pixels per layer pixel, along the layer's more shrunk axis.
-        const double scale = zoom * std::min(std::hypot(m.a, m.b), std::hypot(m.c, m.d));
-        const int level = layer.pyramid->LevelFor(scale);
+        const QImage& full = layer.pyramid->Level(0);
+        const double scale = zoom * ShownScale(m, full.width(), full.height());
+        const int level = scale > 0 ? layer.pyramid->LevelFor(scale) : 0;
         const double step = std::ldexp(1.0, level);
-        const QTransform toComposition(m.a, m.b, m.c, m.d, m.e, m.f);
+        // Qt's projective terms are the third column of its row-vector matrix; it draws
+        // only the part of the layer in front of the camera.
+        const Matrix3& h = m.m;
+        const QTransform toComposition(h[0][0], h[1][0], h[2][0], h[0][1], h[1][1], h[2][1],
+                                       h[0][2], h[1][2], h[2][2]);
         painter.setTransform(QTransform::fromScale(step, step) * toComposition * toView);
         painter.setOpacity(layer.opacity);
         painter.drawImage(QPointF(0, 0), layer.pyramid->Level(level));

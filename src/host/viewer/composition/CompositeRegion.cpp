@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Camera.h"
+
 namespace qzview {
 
 namespace {
@@ -150,13 +152,14 @@ CompositionSnapshot SnapshotOf(const std::vector<Layer>& layers, int width, int 
     CompositionSnapshot snapshot;
     snapshot.width = width;
     snapshot.height = height;
+    const Layer* camera = ActiveCamera(layers);
     for (const Layer& layer : layers) {
         if (!layer.Drawn()) {
             continue;
         }
         DrawnLayer drawn;
         drawn.image = layer.image;
-        drawn.warp = LayerWarp(LayerToComposition(layer));
+        drawn.warp = LayerWarp(LayerThroughCamera(layer, camera, width, height));
         drawn.opacity = static_cast<float>(std::clamp(layer.values.opacity / 100.0, 0.0, 1.0));
         drawn.own = layer.values.opacity >= 100.0 && !layer.values.mask;
         drawn.mask = layer.values.mask;

@@ -40,8 +40,8 @@ struct CompositionSnapshot {
     std::vector<DrawnLayer> layers;
 };
 
-/// The snapshot of `layers` (bottom first; cameras are skipped) in a composition of
-/// `width` x `height` pixels.
+/// The snapshot of `layers` (bottom first; cameras are not drawn, the top-most one sees
+/// the 3-D layers) in a composition of `width` x `height` pixels.
 CompositionSnapshot SnapshotOf(const std::vector<Layer>& layers, int width, int height);
 
 enum class AlphaForm : std::uint8_t {

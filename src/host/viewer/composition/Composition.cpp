@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Camera.h"
+
 namespace qzview {
 
 Layer& Composition::Add(Layer layer) {
@@ -20,12 +22,18 @@ void Composition::Changed() noexcept {
 
 void Composition::KeepPlacement(const Layer& layer) {
     Placement& placement = placements_[layer.id];
-    placement.transform = LayerToComposition(layer);
+    placement.transform = LayerThroughCamera(layer, ActiveCamera(layers_), width_, height_);
     placement.inverse = placement.transform.Inverse();
 }
 
-const Affine& Composition::Transform(int id) const noexcept {
-    static const Affine identity;
+void Composition::KeepPlacements() {
+    for (const Layer& layer : layers_) {
+        KeepPlacement(layer);
+    }
+}
+
+const Projective& Composition::Transform(int id) const noexcept {
+    static const Projective identity;
     const auto found = placements_.find(id);
     return found != placements_.end() ? found->second.transform : identity;
 }
@@ -53,11 +61,12 @@ int Composition::AddCamera() {
     Layer camera;
     camera.name = "Camera " + std::to_string(cameras + 1);
     camera.kind = LayerKind::Camera;
-    // The camera looks at the composition's centre from in front of it.
-    camera.values.anchor = {width_ / 2.0, height_ / 2.0, 0};
-    camera.values.position = {width_ / 2.0, height_ / 2.0, -std::max(800.0, width_ * 1.5)};
+    camera.values = NewCameraValues(width_, height_);
     camera.defaults = camera.values;
-    return Add(std::move(camera)).id;
+    const int id = Add(std::move(camera)).id;
+    // The new camera is the active one.
+    KeepPlacements();
+    return id;
 }
 
 const Layer* Composition::Find(int id) const noexcept {
@@ -73,8 +82,13 @@ void Composition::SetValues(int id, const LayerValues& values) {
     for (Layer& layer : layers_) {
         if (layer.id == id && !(layer.values == values)) {
             layer.values = values;
-            KeepPlacement(layer);
-            if (layer.Drawn()) {
+            if (layer.kind == LayerKind::Camera) {
+                // Every 3-D layer is seen through the active camera.
+                KeepPlacements();
+            } else {
+                KeepPlacement(layer);
+            }
+            if (layer.Drawn() || layer.kind == LayerKind::Camera) {
                 Changed();
             }
         }
@@ -111,6 +125,10 @@ std::optional<RemovedLayer> Composition::Remove(int id) {
     RemovedLayer removed{std::move(*at), *index};
     layers_.erase(at);
     placements_.erase(id);
+    if (removed.layer.kind == LayerKind::Camera) {
+        // Another camera (or none) sees the 3-D layers now.
+        KeepPlacements();
+    }
     Changed();
     return removed;
 }
@@ -123,7 +141,11 @@ void Composition::Restore(RemovedLayer removed) {
     const std::size_t index = std::min(removed.index, layers_.size());
     const auto at = layers_.insert(layers_.begin() + static_cast<std::ptrdiff_t>(index),
                                    std::move(removed.layer));
-    KeepPlacement(*at);
+    if (at->kind == LayerKind::Camera) {
+        KeepPlacements();
+    } else {
+        KeepPlacement(*at);
+    }
     Changed();
 }
 
@@ -146,6 +168,8 @@ bool Composition::Move(int id, std::size_t index) {
                     first + static_cast<std::ptrdiff_t>(*from) + 1,
                     first + static_cast<std::ptrdiff_t>(to) + 1);
     }
+    // The top-most camera is the active one: a camera moved may hand the view to another.
+    KeepPlacements();
     Changed();
     return true;
 }
@@ -167,11 +191,17 @@ const Layer* Composition::LayerAt(double x, double y) const noexcept {
         if (!it->Drawn()) {
             continue;
         }
-        const std::optional<Affine>& inverse = placements_.at(it->id).inverse;
+        const std::optional<Projective>& inverse = placements_.at(it->id).inverse;
         if (!inverse) {
             continue;
         }
-        const auto [u, v] = inverse->Apply(x, y);
+        // The layer's point seen at x, y; none where the point would lie behind the camera.
+        const auto [a, b, w] = inverse->Homogeneous(x, y);
+        if (!(w > 0)) {
+            continue;
+        }
+        const double u = a / w;
+        const double v = b / w;
         if (u >= 0 && v >= 0 && u < it->Width() && v < it->Height()) {
             return &*it;
         }

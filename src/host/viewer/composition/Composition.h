@@ -1,6 +1,7 @@
 // The viewer's composition: the opened images as layers, the newest on top, over a
-// transparent black background, and any cameras (which are not drawn). Layers may be
-// hidden, deleted (and put back in their place), and moved up and down the stack. The composition
+// transparent black background, and any cameras (which are not drawn; the top-most one
+// sees the 3-D layers in perspective). Layers may be hidden, deleted (and put back in their
+// place), and moved up and down the stack. The composition
 // takes the first image's size. Its pixels are the working values that the Info palette
 // reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
 // region of them, is composited from the layers' own pixels when it is asked for.
@@ -15,6 +16,7 @@
 
 #include "CompositeRegion.h"
 #include "Layer.h"
+#include "Projective.h"
 
 namespace qzview {
 
@@ -33,7 +35,8 @@ public:
     /// Adds `image` as the new top layer, centred in the composition (the first one sets
     /// the composition's size and so covers it exactly). Returns the layer's id.
     int AddImage(LayerImage image);
-    /// Adds a camera looking at the composition's centre. Returns its id.
+    /// Adds a camera looking at the composition's centre from Zoom in front of it (so that
+    /// the view does not change). Returns its id.
     int AddCamera();
 
     const std::vector<Layer>& Layers() const noexcept { return layers_; }
@@ -54,9 +57,9 @@ public:
     /// Moves layer `id` to `index` in the stack (0: the bottom; clamped to the top).
     /// Returns whether the order changed.
     bool Move(int id, std::size_t index);
-    /// Where layer `id` is drawn: LayerToComposition of its current values, kept with
-    /// them (the pointer's hit test asks for it at every move).
-    const Affine& Transform(int id) const noexcept;
+    /// Where layer `id` is drawn: LayerThroughCamera of its current values and the active
+    /// camera, kept with them (the pointer's hit test asks for it at every move).
+    const Projective& Transform(int id) const noexcept;
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
@@ -81,10 +84,12 @@ private:
     void Changed() noexcept;
     /// Keeps a layer's transform and its inverse (none when it is seen edge-on).
     struct Placement {
-        Affine transform;
-        std::optional<Affine> inverse;
+        Projective transform;
+        std::optional<Projective> inverse;
     };
     void KeepPlacement(const Layer& layer);
+    /// Places every layer again (the active camera or its values changed).
+    void KeepPlacements();
     std::vector<Layer> layers_;
     std::map<int, Placement> placements_;
     int nextId_ = 1;

@@ -2,54 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace qzview {
 
 namespace {
-
-using Matrix3 = std::array<std::array<double, 3>, 3>;
-
-Matrix3 Multiply(const Matrix3& l, const Matrix3& r) noexcept {
-    Matrix3 out{};
-    for (int i = 0; i < 3; ++i) {
-        for (int j = 0; j < 3; ++j) {
-            for (int k = 0; k < 3; ++k) {
-                out[i][j] += l[i][k] * r[k][j];
-            }
-        }
-    }
-    return out;
-}
-
-double Radians(double degrees) noexcept {
-    return degrees * std::numbers::pi / 180.0;
-}
-
-/// Rotation about the z axis; with y pointing down the screen, a positive angle turns
-/// clockwise, as compositors turn layers.
-Matrix3 RotateZ(double degrees) noexcept {
-    const double c = std::cos(Radians(degrees));
-    const double s = std::sin(Radians(degrees));
-    return {{{c, -s, 0}, {s, c, 0}, {0, 0, 1}}};
-}
-
-Matrix3 RotateY(double degrees) noexcept {
-    const double c = std::cos(Radians(degrees));
-    const double s = std::sin(Radians(degrees));
-    return {{{c, 0, s}, {0, 1, 0}, {-s, 0, c}}};
-}
-
-Matrix3 RotateX(double degrees) noexcept {
-    const double c = std::cos(Radians(degrees));
-    const double s = std::sin(Radians(degrees));
-    return {{{1, 0, 0}, {0, c, -s}, {0, s, c}}};
-}
-
-/// X first, then Y, then Z.
-Matrix3 RotateXYZ(double x, double y, double z) noexcept {
-    return Multiply(RotateZ(z), Multiply(RotateY(y), RotateX(x)));
-}
 
 double Wrap360(double degrees) noexcept {
     double wrapped = std::fmod(degrees, 360.0);
@@ -70,6 +26,9 @@ std::vector<Property> PropertiesOf(const Layer& layer) {
         list.insert(list.end(), {Property::Orientation, Property::RotationX, Property::RotationY});
     }
     list.push_back(Property::Rotation);
+    if (layer.kind == LayerKind::Camera) {
+        list.push_back(Property::Zoom);
+    }
     if (layer.kind == LayerKind::Visual) {
         list.push_back(Property::Opacity);
         if (layer.values.mask) {
@@ -104,6 +63,8 @@ std::string PropertyName(const Layer& layer, Property property) {
         return "Mask Feather";
     case Property::MaskExpansion:
         return "Mask Expansion";
+    case Property::Zoom:
+        return "Zoom";
     }
     return {};
 }
@@ -132,6 +93,8 @@ const char* MatchName(Property property) {
         return "MASK_FEATHER";
     case Property::MaskExpansion:
         return "MASK_OFFSET";
+    case Property::Zoom:
+        return "ZOOM";
     }
     return "";
 }
@@ -180,6 +143,8 @@ PropertyValue GetProperty(const LayerValues& values, Property property) noexcept
         return {mask.feather, 0, 0};
     case Property::MaskExpansion:
         return {mask.expansion, 0, 0};
+    case Property::Zoom:
+        return {values.zoom, 0, 0};
     }
     return {};
 }
@@ -210,6 +175,9 @@ void SetProperty(LayerValues& values, Property property, const PropertyValue& va
         return;
     case Property::Opacity:
         values.opacity = std::clamp(x, 0.0, 100.0);
+        return;
+    case Property::Zoom:
+        values.zoom = std::max(x, kMinimumZoom);
         return;
     default:
         break;
@@ -250,12 +218,17 @@ std::optional<Affine> Affine::Inverse() const noexcept {
     return inverse;
 }
 
+Matrix3 RotationOf(const Layer& layer) noexcept {
+    const LayerValues& v = layer.values;
+    return layer.ThreeD()
+               ? Multiply(RotateXYZ(v.rotationX, v.rotationY, v.rotation),
+                          RotateXYZ(v.orientation[0], v.orientation[1], v.orientation[2]))
+               : RotateZ(v.rotation);
+}
+
 Affine LayerToComposition(const Layer& layer) noexcept {
     const LayerValues& v = layer.values;
-    const Matrix3 r =
-        layer.ThreeD() ? Multiply(RotateXYZ(v.rotationX, v.rotationY, v.rotation),
-                                  RotateXYZ(v.orientation[0], v.orientation[1], v.orientation[2]))
-                       : RotateZ(v.rotation);
+    const Matrix3 r = RotationOf(layer);
     const double sx = v.scale[0] / 100.0;
     const double sy = v.scale[1] / 100.0;
     const double sz = layer.ThreeD() ? v.scale[2] / 100.0 : 1.0;

@@ -4,11 +4,12 @@
 // 3-D one (and on a camera); a 3-D layer also has Orientation and X and Y Rotation. A layer
 // may carry one rectangular mask with its opacity, feather and expansion.
 //
-// A drawn layer maps its pixels into the composition by one affine transform: a point p
-// of the layer (continuous pixel coordinates, 0,0 the top-left corner of the first pixel)
-// goes to R * S * (p - anchor) + position, where S is the scale in percent and R the
-// rotation. A 3-D layer is seen by an orthographic camera looking down the z axis, so its
-// x and y rotations and its depth change how it is drawn but never its size by distance.
+// A drawn layer places its pixels by one affine transform: a point p of the layer
+// (continuous pixel coordinates, 0,0 the top-left corner of the first pixel) goes to
+// R * S * (p - anchor) + position, where S is the scale in percent and R the rotation.
+// Without a camera a 3-D layer is seen by an orthographic camera looking down the z axis,
+// so its x and y rotations and its depth change how it is drawn but never its size by
+// distance; a camera layer (Camera.h) sees 3-D layers in perspective instead.
 #pragma once
 
 #include <array>
@@ -19,6 +20,7 @@
 #include <vector>
 
 #include "LayerImage.h"
+#include "Space3.h"
 
 namespace qzview {
 
@@ -38,7 +40,12 @@ enum class Property : std::uint8_t {
     MaskOpacity,
     MaskFeather,
     MaskExpansion,
+    /// A camera's distance at which a layer is shown at 100 %, in pixels.
+    Zoom,
 };
+
+/// The smallest Zoom a camera takes.
+inline constexpr double kMinimumZoom = 1.0;
 
 /// A property's value: up to three components (the unused ones are 0).
 using PropertyValue = std::array<double, 3>;
@@ -73,6 +80,8 @@ struct LayerValues {
     double rotation = 0;
     double opacity = 100;
     std::optional<RectMask> mask;
+    /// A camera's Zoom (pixels, at least kMinimumZoom); unused on other layers.
+    double zoom = 0;
 
     bool operator==(const LayerValues&) const = default;
 };
@@ -127,7 +136,10 @@ struct Affine {
     std::optional<Affine> Inverse() const noexcept;
 };
 
-/// Where a drawn layer's pixels go in the composition.
+/// The turn of a layer: its Z rotation on a 2-D layer; on a 3-D layer (or a camera) its
+/// X, Y and Z rotations after its orientation.
+Matrix3 RotationOf(const Layer& layer) noexcept;
+/// Where a drawn layer's pixels go in the composition without a camera.
 Affine LayerToComposition(const Layer& layer) noexcept;
 /// The corners of a `width` x `height` layer placed by `transform`, in the composition:
 /// top-left, top-right, bottom-right, bottom-left.

@@ -2,16 +2,27 @@
 // centre is taken back into the layer by the inverse of the layer's transform, and the
 // layer's pixels around that point are weighed with a triangle filter (bilinear when the
 // layer is not made smaller; widened by the shrinking when it is). This is the image
-// library's affine warp with its "triangle" filter and black beyond the layer's edges,
-// computed in the same single-precision steps, so that one composition pixel computed on
-// its own is the very pixel of a full-resolution warp, and a region of them is that
-// region of it.
+// library's warp with its "triangle" filter and black beyond the layer's edges, computed
+// in the same single-precision steps, so that one composition pixel computed on its own is
+// the very pixel of a full-resolution warp, and a region of them is that region of it.
+//
+// A layer seen in perspective (a projective transform) is warped the same way with the
+// library's steps for a full 3 x 3 matrix: the pixel centre's homogeneous point is divided
+// by its w, and the filter widens at each pixel by the derivatives of that division (how
+// far the layer point moves for one composition pixel along x and along y), so far parts
+// of a layer are filtered more widely than near ones. Unlike the library's warp, pixels
+// whose w is not positive (where the layer would be seen behind the camera) stay
+// transparent black. Near the vanishing line of a layer's plane the footprints grow
+// without bound; a pixel whose footprint holds more than about a million taps is filtered
+// from the layer pixels it reaches over the closed-form total of its weights, equal to the
+// library's value but for rounding, instead of visiting every tap.
 #pragma once
 
 #include <array>
 #include <vector>
 
 #include "Layer.h"
+#include "Projective.h"
 
 namespace qzview {
 
@@ -49,6 +60,7 @@ public:
     /// The warp of a layer placed by `transform`. A transform without an inverse (a layer
     /// seen edge-on) reaches no composition pixel.
     explicit LayerWarp(const Affine& transform) noexcept;
+    explicit LayerWarp(const Projective& transform) noexcept;
 
     /// Whether the layer reaches any pixel at all.
     bool Visible() const noexcept { return visible_; }
@@ -65,14 +77,20 @@ public:
     void SampleRow(int y, int x0, int x1, const LayerPatch& patch, float* out) const noexcept;
 
 private:
+    void SampleAffine(int x, int y, const LayerPatch& patch, float* out) const noexcept;
+    void SampleProjective(int x, int y, const LayerPatch& patch, float* out) const noexcept;
+
     bool visible_ = false;
+    /// Whether the transform is projective (its bottom row is not 0, 0, 1).
+    bool projective_ = false;
     bool shift_ = false;
     int dx_ = 0;
     int dy_ = 0;
     // The inverse of the transform in single precision as the image library takes it
     // (row vectors: [s t 1] = [x y 1] M^-1).
     std::array<std::array<float, 3>, 3> inverse_{};
-    // One over the filter's scale along each axis of the layer (at least 1), and its reach.
+    // For an affine transform: one over the filter's scale along each axis of the layer
+    // (at least 1), and its reach.
     float dsInv_ = 1;
     float dtInv_ = 1;
     float radiusS_ = 1;

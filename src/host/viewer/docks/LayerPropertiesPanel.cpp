@@ -29,6 +29,7 @@ const char* Unit(Property property) {
         return "°";
     case Property::MaskFeather:
     case Property::MaskExpansion:
+    case Property::Zoom:
         return "px";
     default:
         return "";

@@ -3,23 +3,46 @@
 #include <cmath>
 #include <numbers>
 
+#include "composition/Camera.h"
+
 namespace qzview {
 
-LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at)
+LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at,
+                     const Projective& placed)
     : layerId_(layer.id), property_(property), before_(layer.values), values_(layer.values),
-      from_(at), start_(LayerToComposition(layer)),
-      startValue_(GetProperty(layer.values, property)) {
+      from_(at), start_(placed), startInverse_(placed.Inverse()), space_(LayerToSpace(layer)),
+      last_(at), startValue_(GetProperty(layer.values, property)) {
     value_ = startValue_;
+    // Without a camera the anchor point is drawn where the position is.
+    anchorSeen_ = {before_.position[0], before_.position[1]};
+    if (!start_.IsAffine()) {
+        if (const auto seen = start_.Apply(before_.anchor[0], before_.anchor[1])) {
+            anchorSeen_ = *seen;
+        }
+    }
     lastAngle_ = PointerAngle(at);
 }
 
+LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at)
+    : LayerDrag(layer, property, at, Projective(LayerToComposition(layer))) {}
+
 double LayerDrag::PointerAngle(CompositionPoint at) const noexcept {
-    // The anchor point is drawn where the position is.
-    return std::atan2(at.y - before_.position[1], at.x - before_.position[0]) * 180.0 /
-           std::numbers::pi;
+    return std::atan2(at.y - anchorSeen_[1], at.x - anchorSeen_[0]) * 180.0 / std::numbers::pi;
 }
 
-const LayerValues& LayerDrag::Move(CompositionPoint at, bool uniform) {
+std::optional<std::array<double, 2>> LayerDrag::LayerPoint(CompositionPoint at) const noexcept {
+    if (!startInverse_) {
+        return std::nullopt;
+    }
+    const auto [a, b, w] = startInverse_->Homogeneous(at.x, at.y);
+    if (!(w > 0)) {
+        return std::nullopt;
+    }
+    return std::array<double, 2>{a / w, b / w};
+}
+
+const LayerValues& LayerDrag::Move(CompositionPoint at, bool shift) {
+    const bool uniform = shift;
     const double dx = at.x - from_.x;
     const double dy = at.y - from_.y;
     values_ = before_;
@@ -28,9 +51,27 @@ const LayerValues& LayerDrag::Move(CompositionPoint at, bool uniform) {
         value_ = {startValue_[0] + dx, startValue_[1] + dy, startValue_[2]};
         break;
     case Property::AnchorPoint: {
+        if (!start_.IsAffine()) {
+            // Seen in perspective: the anchor moves by the layer pixels between the points
+            // under the pointer, and the position by where those pixels lie in space, so
+            // the layer stays put.
+            const auto pressed = LayerPoint(from_);
+            const auto now = LayerPoint(at);
+            value_ = startValue_;
+            if (!pressed || !now) {
+                break;
+            }
+            const double du = (*now)[0] - (*pressed)[0];
+            const double dv = (*now)[1] - (*pressed)[1];
+            value_ = {startValue_[0] + du, startValue_[1] + dv, startValue_[2]};
+            for (std::size_t i = 0; i < 3; ++i) {
+                values_.position[i] = before_.position[i] + space_[i][0] * du + space_[i][1] * dv;
+            }
+            break;
+        }
         // The anchor moves under the pointer in the layer's own pixels, and the position
         // with it, so the layer stays put.
-        Affine linear = start_;
+        Affine linear = start_.ToAffine();
         linear.e = 0;
         linear.f = 0;
         const std::optional<Affine> inverse = linear.Inverse();
@@ -43,12 +84,13 @@ const LayerValues& LayerDrag::Move(CompositionPoint at, bool uniform) {
     case Property::Scale: {
         // The pointer's place in the layer's pixels, from the anchor, against where it was
         // pressed: the layer grows by that ratio on each axis.
-        const std::optional<Affine> inverse = start_.Inverse();
-        if (!inverse) {
+        const auto pressed = LayerPoint(from_);
+        const auto now = LayerPoint(at);
+        if (!pressed || !now) {
             break;
         }
-        const auto [px, py] = inverse->Apply(from_.x, from_.y);
-        const auto [nx, ny] = inverse->Apply(at.x, at.y);
+        const auto [px, py] = *pressed;
+        const auto [nx, ny] = *now;
         const double ox = px - before_.anchor[0];
         const double oy = py - before_.anchor[1];
         const double qx = nx - before_.anchor[0];
@@ -73,9 +115,23 @@ const LayerValues& LayerDrag::Move(CompositionPoint at, bool uniform) {
             step += 360.0;
         }
         lastAngle_ = angle;
-        turned_ += step;
-        value_ = startValue_;
-        value_[property_ == Property::Orientation ? 2 : 0] += turned_;
+        if (property_ == Property::Rotation) {
+            turned_ += step;
+            value_ = startValue_;
+            value_[0] += turned_;
+        } else {
+            if (shift) {
+                turnedXYZ_[2] += step;
+            } else {
+                // The face follows the pointer: down brings the top forward (about X),
+                // right brings the left side forward (about Y).
+                turnedXYZ_[0] += (at.y - last_.y) * kDegreesPerPixel;
+                turnedXYZ_[1] -= (at.x - last_.x) * kDegreesPerPixel;
+            }
+            value_ = {startValue_[0] + turnedXYZ_[0], startValue_[1] + turnedXYZ_[1],
+                      startValue_[2] + turnedXYZ_[2]};
+        }
+        last_ = at;
         break;
     }
     default:
@@ -86,7 +142,7 @@ const LayerValues& LayerDrag::Move(CompositionPoint at, bool uniform) {
     value_ = GetProperty(values_, property_);
     change_ = {0, 0, 0};
     if (property_ == Property::Orientation) {
-        change_[2] = turned_;
+        change_ = turnedXYZ_;
     } else {
         for (std::size_t i = 0; i < 3; ++i) {
             change_[i] = value_[i] - startValue_[i];

@@ -3,10 +3,16 @@
 // Anchor Point (and its Position with it, so that the layer stays where it is drawn), the
 // rotation tool turns it around its anchor point. A rotation adds up every turn of the
 // pointer, so dragging round twice gives 720 degrees, not 0.
+//
+// On a 3-D layer the rotation tool turns the Orientation as a trackball does, the layer's
+// face following the pointer: moving down turns it about X (the top comes forward),
+// moving right about Y (the left side comes forward), half a degree for each composition
+// pixel; with Shift held the pointer's turns around the anchor point turn it about Z.
 #pragma once
 
 #include "canvas/CanvasMapping.h"
 #include "composition/Layer.h"
+#include "composition/Projective.h"
 
 namespace qzview {
 
@@ -15,14 +21,20 @@ enum class Tool { Selection, AnchorPoint, Rotation };
 
 class LayerDrag {
 public:
+    /// Degrees of Orientation for each composition pixel the pointer moves.
+    static constexpr double kDegreesPerPixel = 0.5;
+
     /// A drag of `property` of `layer` (Position, AnchorPoint, Scale, Rotation or
-    /// Orientation) that began at composition point `at`.
+    /// Orientation) that began at composition point `at`, the layer placed by `placed`
+    /// (its transform through the active camera).
+    LayerDrag(const Layer& layer, Property property, CompositionPoint at, const Projective& placed);
+    /// The same for a layer placed by LayerToComposition (no camera).
     LayerDrag(const Layer& layer, Property property, CompositionPoint at);
 
-    /// The layer's values for the pointer at `at`; `uniform` keeps a scale's proportions.
-    /// Value() and Change() then give the dragged property's value and its change since
-    /// the drag began.
-    const LayerValues& Move(CompositionPoint at, bool uniform);
+    /// The layer's values for the pointer at `at`; `shift` (Shift held) keeps a scale's
+    /// proportions and turns a 3-D layer's Orientation about Z. Value() and Change() then
+    /// give the dragged property's value and its change since the drag began.
+    const LayerValues& Move(CompositionPoint at, bool shift);
 
     int LayerId() const noexcept { return layerId_; }
     Property Dragged() const noexcept { return property_; }
@@ -32,13 +44,23 @@ public:
 
 private:
     double PointerAngle(CompositionPoint at) const noexcept;
+    /// The layer point under composition point `at`, none where the layer is not seen.
+    std::optional<std::array<double, 2>> LayerPoint(CompositionPoint at) const noexcept;
 
     int layerId_;
     Property property_;
     LayerValues before_;
     LayerValues values_;
     CompositionPoint from_;
-    Affine start_;
+    Projective start_;
+    std::optional<Projective> startInverse_;
+    /// Where the layer's pixels lie in the composition's space (LayerToSpace).
+    Matrix3 space_;
+    /// Where the anchor point is seen.
+    std::array<double, 2> anchorSeen_{};
+    CompositionPoint last_;
+    /// The Orientation's turns about X, Y and Z so far.
+    PropertyValue turnedXYZ_{};
     PropertyValue startValue_;
     PropertyValue value_{};
     PropertyValue change_{};

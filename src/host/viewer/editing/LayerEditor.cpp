@@ -85,15 +85,15 @@ void LayerEditor::Press(CompositionPoint at, bool corner_handle) {
         }
     }
     if (layer != nullptr) {
-        drag_.emplace(*layer, property, at);
+        drag_.emplace(*layer, property, at, composition_.Transform(layer->id));
     }
 }
 
-void LayerEditor::Drag(CompositionPoint at, bool uniform) {
+void LayerEditor::Drag(CompositionPoint at, bool shift) {
     if (!drag_) {
         return;
     }
-    const LayerValues& values = drag_->Move(at, uniform);
+    const LayerValues& values = drag_->Move(at, shift);
     Apply(drag_->LayerId(), values);
     const Layer* layer = composition_.Find(drag_->LayerId());
     if (layer != nullptr) {

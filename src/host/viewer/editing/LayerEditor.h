@@ -42,8 +42,10 @@ public:
     /// The left button went down at `at`; `corner_handle` when it is on a corner handle
     /// of the selected layer. Picks the layer (and the property) that the drag changes.
     void Press(CompositionPoint at, bool corner_handle);
-    /// The pointer moved to `at` during the drag; `uniform` keeps a scale's proportions.
-    void Drag(CompositionPoint at, bool uniform);
+    /// The pointer moved to `at` during the drag; `shift` (Shift held) keeps a scale's
+    /// proportions and makes the rotation tool turn a 3-D layer about Z (else about X with
+    /// vertical and about Y with horizontal motion).
+    void Drag(CompositionPoint at, bool shift);
     /// The drag ended: it becomes one step of the history.
     void Release();
     /// Whether a drag is changing a layer.

@@ -11,7 +11,9 @@
 
 namespace qzview {
 
-/// The outline of `layer`; none for no layer or one that draws nothing (a camera).
+/// The outline of `layer` as it is seen (through the active camera for a 3-D layer); none
+/// for no layer, one that draws nothing (a camera) or one with a corner at or behind the
+/// camera.
 std::optional<LayerOutline> LayerOutlineOf(const Composition& composition, const Layer* layer);
 
 /// Whether `at` lies within reach of a corner handle of `layer` (which may be null) as

@@ -1,0 +1,45 @@
+// The camera through which 3-D layers are seen. The top-most camera layer is the active
+// one; without a camera 3-D layers are seen as LayerToComposition places them.
+//
+// The camera stands at its Position and looks at its Point of Interest (its anchor
+// point), its y axis as near the composition's downward y as the view allows; its
+// Orientation and X, Y and Z Rotation then turn it further about its own axes. A point of
+// the composition's space at depth z in front of the camera (along its view axis) and at
+// x, y from its view axis is seen at (Zoom x / z, Zoom y / z) from the composition's
+// centre: a layer facing the camera at a depth of Zoom is shown at 100 %. A new camera
+// stands Zoom in front of the composition's plane, looking at its centre, so that a 3-D
+// layer in that plane looks as it did without one.
+#pragma once
+
+#include <vector>
+
+#include "Layer.h"
+#include "Projective.h"
+
+namespace qzview {
+
+/// The active camera of `layers` (bottom first): the top-most camera, or null.
+const Layer* ActiveCamera(const std::vector<Layer>& layers) noexcept;
+
+/// The Zoom of a new camera in a composition `width` pixels wide: a 50 mm lens on 36 mm
+/// film.
+double NewCameraZoom(int width) noexcept;
+
+/// The values of a new camera in a `width` x `height` composition.
+LayerValues NewCameraValues(int width, int height) noexcept;
+
+/// Where the point (u, v) of a layer lies in the composition's space: the matrix's columns
+/// are the space's steps for one pixel along u and along v, and the point of pixel 0, 0.
+Matrix3 LayerToSpace(const Layer& layer) noexcept;
+
+/// The camera's axes in the composition's space (the columns: right, down, forward).
+Matrix3 CameraAxes(const Layer& camera) noexcept;
+
+/// Where the pixels of `layer` go in a `width` x `height` composition seen through
+/// `camera` (null for none). A 2-D layer, or any layer without a camera, is placed by
+/// LayerToComposition; a 3-D layer that the camera sees as it would be seen without one
+/// gets that very transform.
+Projective LayerThroughCamera(const Layer& layer, const Layer* camera, int width,
+                              int height) noexcept;
+
+} // namespace qzview
