@@ -152,6 +152,32 @@ TEST(CameraProjectionTest, ANewCameraLeavesTheViewAsItWas) {
     EXPECT_NEAR((*corner)[1], 32 - 12, 1e-9);
 }
 
+TEST(CameraProjectionTest, DeletingMovingAndPuttingBackACameraReplacesThe3DLayers) {
+    Scene scene;
+    scene.SetLayer([](qzview::LayerValues& v) { v.position = {48, 32, 200}; });
+    const qzview::Projective alone = scene.composition.Transform(scene.layer);
+    scene.camera = scene.composition.AddCamera();
+    const qzview::Projective seen = scene.composition.Transform(scene.layer);
+    ASSERT_FALSE(seen == alone) << "a layer 200 pixels away is smaller through the camera";
+    const qzview::WorkingPixel corner = scene.composition.PixelAt(20, 12);
+
+    std::optional<qzview::RemovedLayer> removed = scene.composition.Remove(scene.camera);
+    ASSERT_TRUE(removed.has_value());
+    EXPECT_EQ(scene.composition.Transform(scene.layer), alone);
+    scene.composition.Restore(std::move(*removed));
+    EXPECT_EQ(scene.composition.Transform(scene.layer), seen);
+    EXPECT_EQ(scene.composition.PixelAt(20, 12), corner);
+
+    // A second camera on top takes the view; moved below the first, it hands it back.
+    const int second = scene.composition.AddCamera();
+    qzview::LayerValues values = LayerOf(scene.composition, second).values;
+    values.zoom *= 2;
+    scene.composition.SetValues(second, values);
+    EXPECT_FALSE(scene.composition.Transform(scene.layer) == seen);
+    ASSERT_TRUE(scene.composition.Move(second, 0));
+    EXPECT_EQ(scene.composition.Transform(scene.layer), seen);
+}
+
 TEST(CameraProjectionTest, ALayersPointsLandWhereThePinholeCameraSeesThem) {
     Scene scene;
     scene.camera = scene.composition.AddCamera();
