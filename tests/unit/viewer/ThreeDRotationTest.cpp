@@ -193,6 +193,11 @@ TEST_F(ThreeDRotationWindowTest, TheDockShowsAndScrubsTheCamerasZoom) {
     // A zoom of zero or less is kept at the least.
     Window().Editor().Type(camera.id, Property::Zoom, {-5, 0, 0});
     EXPECT_EQ(camera.values.zoom, qzview::kMinimumZoom);
+    // Reset Transform puts the camera's Zoom back as it was made, and the view with it.
+    Window().Editor().ResetTransform();
+    Settle();
+    EXPECT_NEAR(camera.values.zoom, 240 * 50.0 / 36.0, 1e-9);
+    EXPECT_EQ(Window().Comp().Transform(Layer().id), before);
 }
 
 } // namespace

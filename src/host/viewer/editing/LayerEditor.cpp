@@ -213,6 +213,7 @@ void LayerEditor::ResetTransform() {
     values.rotationY = made.rotationY;
     values.rotation = made.rotation;
     values.opacity = made.opacity;
+    values.zoom = made.zoom;
     const int id = layer->id;
     Apply(id, values);
     Record(tr("Reset Transform"), id, before, values);
