@@ -108,6 +108,18 @@ struct Scene {
         change(values);
         composition.SetValues(camera, values);
     }
+    /// The camera 10 pixels in front of the layer with a wide lens, the layer turned 60
+    /// degrees about y: its right part lies behind the camera.
+    void PartlyBehindTheCamera() {
+        SetCamera([](qzview::LayerValues& v) {
+            v.position = {48, 32, -10};
+            v.zoom = 30;
+        });
+        SetLayer([](qzview::LayerValues& v) {
+            v.position = {48, 32, 0};
+            v.rotationY = 60;
+        });
+    }
 };
 
 TEST(CameraProjectionTest, ANewCameraLeavesTheViewAsItWas) {
@@ -508,14 +520,7 @@ TEST_F(ProjectedExactness, ALayerTiltedSixtyDegreesAboutY) {
 }
 
 TEST_F(ProjectedExactness, ALayerPartlyBehindTheCamera) {
-    scene.SetCamera([](qzview::LayerValues& v) {
-        v.position = {48, 32, -10};
-        v.zoom = 30;
-    });
-    scene.SetLayer([](qzview::LayerValues& v) {
-        v.position = {48, 32, 0};
-        v.rotationY = 60;
-    });
+    scene.PartlyBehindTheCamera();
     const qzview::Projective& m = scene.composition.Transform(scene.layer);
     ASSERT_FALSE(m.Apply(64, 24).has_value()) << "the right edge lies behind the camera";
     ASSERT_TRUE(m.Apply(0, 24).has_value());
@@ -587,14 +592,7 @@ TEST(CameraProjectionTest, ThePreviewDrawsTheLayerWhereTheCameraSeesIt) {
 TEST(CameraProjectionTest, ThePreviewLeavesOutWhatLiesBehindTheCamera) {
     Scene scene;
     scene.camera = scene.composition.AddCamera();
-    scene.SetCamera([](qzview::LayerValues& v) {
-        v.position = {48, 32, -10};
-        v.zoom = 30;
-    });
-    scene.SetLayer([](qzview::LayerValues& v) {
-        v.position = {48, 32, 0};
-        v.rotationY = 60;
-    });
+    scene.PartlyBehindTheCamera();
     qzview::LayerValues under = LayerOf(scene.composition, scene.under).values;
     under.opacity = 0;
     scene.composition.SetValues(scene.under, under);

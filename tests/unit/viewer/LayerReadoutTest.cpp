@@ -84,14 +84,7 @@ protected:
                 At(120.5 + std::round(80 * std::cos(r)), 80.5 + std::round(80 * std::sin(r))));
         }
         points.push_back(At(120.5 + last_x, 80.5 + last_y));
-        Mouse(Canvas(), QEvent::MouseButtonPress, points.front(), Qt::LeftButton, Qt::LeftButton,
-              modifiers);
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            Mouse(Canvas(), QEvent::MouseMove, points[i], Qt::NoButton, Qt::LeftButton, modifiers);
-        }
-        Mouse(Canvas(), QEvent::MouseButtonRelease, points.back(), Qt::LeftButton, Qt::NoButton,
-              modifiers);
-        Settle();
+        DragOnCanvas(points, modifiers);
     }
 
     /// The delta row's text without the spaces that align it.

@@ -100,18 +100,6 @@ protected:
         text.erase(0, text.find_first_not_of(' '));
         return text;
     }
-
-    /// A drag with the rotation tool through `points` with `modifiers` held throughout.
-    void Drag(const std::vector<QPointF>& points, Qt::KeyboardModifiers modifiers) {
-        Mouse(Canvas(), QEvent::MouseButtonPress, points.front(), Qt::LeftButton, Qt::LeftButton,
-              modifiers);
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            Mouse(Canvas(), QEvent::MouseMove, points[i], Qt::NoButton, Qt::LeftButton, modifiers);
-        }
-        Mouse(Canvas(), QEvent::MouseButtonRelease, points.back(), Qt::LeftButton, Qt::NoButton,
-              modifiers);
-        Settle();
-    }
 };
 
 TEST_F(ThreeDRotationWindowTest, DraggingDownTurnsAboutXAndReportsEachStep) {
@@ -119,7 +107,7 @@ TEST_F(ThreeDRotationWindowTest, DraggingDownTurnsAboutXAndReportsEachStep) {
     const int calls = Window().Readout().Calls();
     const int steps = Window().Editor().History().count();
     const QPointF from = At(150.5, 60.5);
-    Drag({from, from + QPointF(0, 8), from + QPointF(0, 20)}, Qt::NoModifier);
+    DragOnCanvas({from, from + QPointF(0, 8), from + QPointF(0, 20)}, Qt::NoModifier);
     EXPECT_NEAR(Layer().values.orientation[0], 10.0, 1e-9);
     EXPECT_EQ(Window().Readout().Calls(), calls + 2) << "one readout per move of the drag";
     EXPECT_EQ(Line(1), "Orientation: 10.0\u00b0, 0.0\u00b0, 0.0\u00b0");
@@ -133,7 +121,7 @@ TEST_F(ThreeDRotationWindowTest, DraggingDownTurnsAboutXAndReportsEachStep) {
 TEST_F(ThreeDRotationWindowTest, DraggingRightTurnsAboutYAndShiftTurnsAboutZ) {
     StartThreeD();
     const QPointF from = At(150.5, 60.5);
-    Drag({from, from + QPointF(10, 0), from + QPointF(20, 0)}, Qt::NoModifier);
+    DragOnCanvas({from, from + QPointF(10, 0), from + QPointF(20, 0)}, Qt::NoModifier);
     EXPECT_NEAR(Layer().values.orientation[1], 350.0, 1e-9);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 350.0\u00b0, 0.0\u00b0");
     EXPECT_EQ(DeltaRow(), "\u0394: 0.0\u00b0, -10.0\u00b0, 0.0\u00b0");
@@ -143,7 +131,7 @@ TEST_F(ThreeDRotationWindowTest, DraggingRightTurnsAboutYAndShiftTurnsAboutZ) {
     Window().Editor().Type(Layer().id, Property::Position, {120.5, 80.5, 0});
     Settle();
     const int steps = Window().Editor().History().count();
-    Drag({At(160.5, 80.5), At(148.5, 108.5), At(120.5, 120.5)}, Qt::ShiftModifier);
+    DragOnCanvas({At(160.5, 80.5), At(148.5, 108.5), At(120.5, 120.5)}, Qt::ShiftModifier);
     EXPECT_NEAR(Layer().values.orientation[2], 90.0, 1e-6);
     EXPECT_NEAR(Layer().values.orientation[1], 350.0, 1e-9);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 350.0\u00b0, 90.0\u00b0");
@@ -167,7 +155,7 @@ TEST_F(ThreeDRotationWindowTest, ThroughACameraTheTurnAboutZIsAroundWhereTheAnch
     EXPECT_NEAR((*anchor)[0], 140.5, 1e-9);
     EXPECT_NEAR((*anchor)[1], 80.5, 1e-9);
     // A quarter turn around that point, where the layer is hit.
-    Drag({At(160.5, 80.5), At(154.5, 94.5), At(140.5, 100.5)}, Qt::ShiftModifier);
+    DragOnCanvas({At(160.5, 80.5), At(154.5, 94.5), At(140.5, 100.5)}, Qt::ShiftModifier);
     EXPECT_NEAR(Layer().values.orientation[2], 90.0, 1e-6);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 0.0\u00b0, 90.0\u00b0");
 }

@@ -100,13 +100,17 @@ protected:
     }
 
     /// Drags with the left button on the canvas through `points` (logical canvas
-    /// coordinates): pressed at the first, moved through the others, released at the last.
-    void DragOnCanvas(const std::vector<QPointF>& points) {
-        Mouse(Canvas(), QEvent::MouseButtonPress, points.front(), Qt::LeftButton, Qt::LeftButton);
+    /// coordinates), `modifiers` held throughout: pressed at the first, moved through the
+    /// others, released at the last.
+    void DragOnCanvas(const std::vector<QPointF>& points,
+                      Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        Mouse(Canvas(), QEvent::MouseButtonPress, points.front(), Qt::LeftButton, Qt::LeftButton,
+              modifiers);
         for (std::size_t i = 1; i < points.size(); ++i) {
-            Mouse(Canvas(), QEvent::MouseMove, points[i], Qt::NoButton, Qt::LeftButton);
+            Mouse(Canvas(), QEvent::MouseMove, points[i], Qt::NoButton, Qt::LeftButton, modifiers);
         }
-        Mouse(Canvas(), QEvent::MouseButtonRelease, points.back(), Qt::LeftButton, Qt::NoButton);
+        Mouse(Canvas(), QEvent::MouseButtonRelease, points.back(), Qt::LeftButton, Qt::NoButton,
+              modifiers);
         Settle();
     }
 
