@@ -43,11 +43,18 @@ struct Spot {
     bool seen = false;
     float s = 0;
     float t = 0;
-    float dsInv = 1;
-    float dtInv = 1;
-    float radiusS = 1;
-    float radiusT = 1;
+    FilterReach reach;
 };
+
+/// The filter's reach where the layer point moves by `dsdx`, `dtdx` for one composition
+/// pixel along x and by `dsdy`, `dtdy` along y: on each layer axis it widens by the larger
+/// of that axis's two derivatives (at least 1).
+inline FilterReach ReachOf(float dsdx, float dsdy, float dtdx, float dtdy) noexcept {
+    const float ds = std::max(1.0f, std::max(std::fabs(dsdx), std::fabs(dsdy)));
+    const float dt = std::max(1.0f, std::max(std::fabs(dtdx), std::fabs(dtdy)));
+    // Half the filter's width of 2, widened.
+    return {1.0f / ds, 1.0f / dt, 0.5f * ds * 2.0f, 0.5f * dt * 2.0f};
+}
 
 /// The spot of composition pixel `x`, `y` through the projective inverse `m` (row
 /// vectors), in the image library's steps: the centre's homogeneous point with its
@@ -70,12 +77,7 @@ inline Spot Locate(const std::array<std::array<float, 3>, 3>& m, int x, int y) n
     const float dsdy = winv * (m[1][0] - spot.s * m[1][2]);
     const float dtdx = winv * (m[0][1] - spot.t * m[0][2]);
     const float dtdy = winv * (m[1][1] - spot.t * m[1][2]);
-    const float ds = std::max(1.0f, std::max(std::fabs(dsdx), std::fabs(dsdy)));
-    const float dt = std::max(1.0f, std::max(std::fabs(dtdx), std::fabs(dtdy)));
-    spot.dsInv = 1.0f / ds;
-    spot.dtInv = 1.0f / dt;
-    spot.radiusS = 0.5f * ds * 2.0f;
-    spot.radiusT = 0.5f * dt * 2.0f;
+    spot.reach = ReachOf(dsdx, dsdy, dtdx, dtdy);
     spot.seen = true;
     return spot;
 }
@@ -83,8 +85,12 @@ inline Spot Locate(const std::array<std::array<float, 3>, 3>& m, int x, int y) n
 /// The triangle-filtered value at layer point `s`, `t` from `patch` (black beyond it), in
 /// the image library's order: taps row by row, each adding its weight to the total and its
 /// weighted value to the sum, the sum divided by the total at the end.
-inline void Filter(float s, float t, float dsInv, float dtInv, float radiusS, float radiusT,
-                   const LayerPatch& patch, float* out) noexcept {
+inline void Filter(float s, float t, const FilterReach& reach, const LayerPatch& patch,
+                   float* out) noexcept {
+    const float dsInv = reach.dsInv;
+    const float dtInv = reach.dtInv;
+    const float radiusS = reach.radiusS;
+    const float radiusT = reach.radiusT;
     const int smin = static_cast<int>(std::floor(s - radiusS));
     const int smax = static_cast<int>(std::ceil(s + radiusS));
     const int tmin = static_cast<int>(std::floor(t - radiusT));
@@ -166,23 +172,24 @@ double WeightAlong(int lo, int hi, float centre, float inverse, float radius) no
 /// every tap.
 void FilterWide(const Spot& spot, const LayerPatch& patch, float* out) noexcept {
     const PixelRect& rect = patch.rect;
-    const int s0 = FloorToInt(spot.s - spot.radiusS);
-    const int s1 = CeilToInt(spot.s + spot.radiusS);
-    const int t0 = FloorToInt(spot.t - spot.radiusT);
-    const int t1 = CeilToInt(spot.t + spot.radiusT);
+    const FilterReach& reach = spot.reach;
+    const int s0 = FloorToInt(spot.s - reach.radiusS);
+    const int s1 = CeilToInt(spot.s + reach.radiusS);
+    const int t0 = FloorToInt(spot.t - reach.radiusT);
+    const int t1 = CeilToInt(spot.t + reach.radiusT);
     double sum[4] = {0, 0, 0, 0};
     for (int ty = std::max(t0, rect.y0); ty < std::min(t1, rect.y1); ++ty) {
-        const double wy = Tri(spot.dtInv * (static_cast<float>(ty) + 0.5f - spot.t));
+        const double wy = Tri(reach.dtInv * (static_cast<float>(ty) + 0.5f - spot.t));
         for (int sx = std::max(s0, rect.x0); sx < std::min(s1, rect.x1); ++sx) {
-            const double weight = Tri(spot.dsInv * (static_cast<float>(sx) + 0.5f - spot.s)) * wy;
+            const double weight = Tri(reach.dsInv * (static_cast<float>(sx) + 0.5f - spot.s)) * wy;
             const float* v = patch.At(sx, ty);
             for (int c = 0; c < 4; ++c) {
                 sum[c] += weight * v[c];
             }
         }
     }
-    const double total = WeightAlong(s0, s1, spot.s, spot.dsInv, spot.radiusS) *
-                         WeightAlong(t0, t1, spot.t, spot.dtInv, spot.radiusT);
+    const double total = WeightAlong(s0, s1, spot.s, reach.dsInv, reach.radiusS) *
+                         WeightAlong(t0, t1, spot.t, reach.dtInv, reach.radiusT);
     for (int c = 0; c < 4; ++c) {
         out[c] = total > 0 ? static_cast<float>(sum[c] / total) : 0.0f;
     }
@@ -219,15 +226,8 @@ LayerWarp::LayerWarp(const Projective& transform) noexcept {
         }
     }
     // For an affine transform the derivatives of the layer position along the
-    // composition's axes are the inverse's linear part, the same at every pixel; the
-    // filter widens by the larger of them on each layer axis.
-    const float ds = std::max(1.0f, std::max(std::fabs(inverse_[0][0]), std::fabs(inverse_[1][0])));
-    const float dt = std::max(1.0f, std::max(std::fabs(inverse_[0][1]), std::fabs(inverse_[1][1])));
-    dsInv_ = 1.0f / ds;
-    dtInv_ = 1.0f / dt;
-    // Half the filter's width of 2, widened.
-    radiusS_ = 0.5f * ds * 2.0f;
-    radiusT_ = 0.5f * dt * 2.0f;
+    // composition's axes are the inverse's linear part, the same at every pixel.
+    reach_ = ReachOf(inverse_[0][0], inverse_[1][0], inverse_[0][1], inverse_[1][1]);
 }
 
 bool LayerWarp::WholePixelShift(int& dx, int& dy) const noexcept {
@@ -249,10 +249,10 @@ PixelRect LayerWarp::Footprint(const PixelRect& region) const noexcept {
         for (int y = region.y0; y < region.y1; ++y) {
             for (int x = region.x0; x < region.x1; ++x) {
                 const Spot spot = Locate(inverse_, x, y);
-                const float lo = spot.s - spot.radiusS;
-                const float hi = spot.s + spot.radiusS;
-                const float top = spot.t - spot.radiusT;
-                const float bottom = spot.t + spot.radiusT;
+                const float lo = spot.s - spot.reach.radiusS;
+                const float hi = spot.s + spot.reach.radiusS;
+                const float top = spot.t - spot.reach.radiusT;
+                const float bottom = spot.t + spot.reach.radiusT;
                 if (!spot.seen || !std::isfinite(lo) || !std::isfinite(hi) || !std::isfinite(top) ||
                     !std::isfinite(bottom)) {
                     continue;
@@ -284,8 +284,8 @@ PixelRect LayerWarp::Footprint(const PixelRect& region) const noexcept {
     }
     // One pixel more on every side than the filter reaches: the single-precision
     // positions of Sample may differ from these in their last bits.
-    return {FloorToInt(s0 - radiusS_) - 1, FloorToInt(t0 - radiusT_) - 1,
-            CeilToInt(s1 + radiusS_) + 1, CeilToInt(t1 + radiusT_) + 1};
+    return {FloorToInt(s0 - reach_.radiusS) - 1, FloorToInt(t0 - reach_.radiusT) - 1,
+            CeilToInt(s1 + reach_.radiusS) + 1, CeilToInt(t1 + reach_.radiusT) + 1};
 }
 
 // Flattened: the per-pixel sample is inlined into the row's loop.
@@ -322,7 +322,7 @@ void LayerWarp::SampleAffine(int x, int y, const LayerPatch& patch, float* out) 
         return;
     }
     const float winv = 1.0f / w;
-    Filter(a * winv, b * winv, dsInv_, dtInv_, radiusS_, radiusT_, patch, out);
+    Filter(a * winv, b * winv, reach_, patch, out);
 }
 
 void LayerWarp::SampleProjective(int x, int y, const LayerPatch& patch, float* out) const noexcept {
@@ -330,10 +330,10 @@ void LayerWarp::SampleProjective(int x, int y, const LayerPatch& patch, float* o
     const PixelRect& rect = patch.rect;
     // Taps outside the patch are beyond the layer: a footprint that meets none of the
     // patch (or that no number can hold) gives transparent black, as all its taps would.
-    const float s0 = std::floor(spot.s - spot.radiusS);
-    const float s1 = std::ceil(spot.s + spot.radiusS);
-    const float t0 = std::floor(spot.t - spot.radiusT);
-    const float t1 = std::ceil(spot.t + spot.radiusT);
+    const float s0 = std::floor(spot.s - spot.reach.radiusS);
+    const float s1 = std::ceil(spot.s + spot.reach.radiusS);
+    const float t0 = std::floor(spot.t - spot.reach.radiusT);
+    const float t1 = std::ceil(spot.t + spot.reach.radiusT);
     if (!spot.seen || !(s1 > static_cast<float>(rect.x0) && s0 < static_cast<float>(rect.x1) &&
                         t1 > static_cast<float>(rect.y0) && t0 < static_cast<float>(rect.y1))) {
         out[0] = out[1] = out[2] = out[3] = 0.0f;
@@ -343,7 +343,7 @@ void LayerWarp::SampleProjective(int x, int y, const LayerPatch& patch, float* o
         FilterWide(spot, patch, out);
         return;
     }
-    Filter(spot.s, spot.t, spot.dsInv, spot.dtInv, spot.radiusS, spot.radiusT, patch, out);
+    Filter(spot.s, spot.t, spot.reach, patch, out);
 }
 
 } // namespace qzview

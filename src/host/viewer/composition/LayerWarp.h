@@ -55,6 +55,15 @@ struct LayerPatch {
     }
 };
 
+/// How widely the triangle filter reads around a layer point: one over its scale along
+/// each axis of the layer (at least 1), and how far it reaches along each.
+struct FilterReach {
+    float dsInv = 1;
+    float dtInv = 1;
+    float radiusS = 1;
+    float radiusT = 1;
+};
+
 class LayerWarp {
 public:
     /// The warp of a layer placed by `transform`. A transform without an inverse (a layer
@@ -89,12 +98,8 @@ private:
     // The inverse of the transform in single precision as the image library takes it
     // (row vectors: [s t 1] = [x y 1] M^-1).
     std::array<std::array<float, 3>, 3> inverse_{};
-    // For an affine transform: one over the filter's scale along each axis of the layer
-    // (at least 1), and its reach.
-    float dsInv_ = 1;
-    float dtInv_ = 1;
-    float radiusS_ = 1;
-    float radiusT_ = 1;
+    /// For an affine transform, the filter's reach, the same at every pixel.
+    FilterReach reach_;
 };
 
 } // namespace qzview
