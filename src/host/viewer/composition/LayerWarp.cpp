@@ -241,7 +241,7 @@ PixelRect LayerWarp::Footprint(const PixelRect& region) const noexcept {
         return {};
     }
     if (projective_) {
-        // Each pixel has a footprint of its own: found as Sample finds it.
+        // Each pixel has a footprint of its own: found as SampleRow finds it.
         double s0 = 1e300;
         double t0 = 1e300;
         double s1 = -1e300;
@@ -283,7 +283,7 @@ PixelRect LayerWarp::Footprint(const PixelRect& region) const noexcept {
         }
     }
     // One pixel more on every side than the filter reaches: the single-precision
-    // positions of Sample may differ from these in their last bits.
+    // positions of SampleRow may differ from these in their last bits.
     return {FloorToInt(s0 - reach_.radiusS) - 1, FloorToInt(t0 - reach_.radiusT) - 1,
             CeilToInt(s1 + reach_.radiusS) + 1, CeilToInt(t1 + reach_.radiusT) + 1};
 }
@@ -299,14 +299,6 @@ __attribute__((flatten)) void LayerWarp::SampleRow(int y, int x0, int x1, const 
     }
     for (int x = x0; x < x1; ++x, out += 4) {
         SampleProjective(x, y, patch, out);
-    }
-}
-
-void LayerWarp::Sample(int x, int y, const LayerPatch& patch, float* out) const noexcept {
-    if (projective_) {
-        SampleProjective(x, y, patch, out);
-    } else {
-        SampleAffine(x, y, patch, out);
     }
 }
 

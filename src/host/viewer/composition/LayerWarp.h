@@ -79,10 +79,9 @@ public:
     /// The layer pixels that the filter reads for the composition pixels of `region`
     /// (not clipped to the layer).
     PixelRect Footprint(const PixelRect& region) const noexcept;
-    /// The filtered value at composition pixel `x`, `y` from `patch`, whose rectangle must
-    /// hold every layer pixel of Footprint({x, y, x + 1, y + 1}) that lies in the layer.
-    void Sample(int x, int y, const LayerPatch& patch, float* out) const noexcept;
-    /// Sample for the pixels of row `y` from column `x0` to `x1 - 1`, four floats each.
+    /// The filtered values at the composition pixels of row `y` from column `x0` to
+    /// `x1 - 1`, four floats each, from `patch`, whose rectangle must hold every layer pixel
+    /// of Footprint({x0, y, x1, y + 1}) that lies in the layer.
     void SampleRow(int y, int x0, int x1, const LayerPatch& patch, float* out) const noexcept;
 
 private:
