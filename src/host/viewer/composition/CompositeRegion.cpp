@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "Camera.h"
-
 namespace qzview {
 
 namespace {
@@ -148,24 +146,14 @@ void CompositeTile(const CompositionSnapshot& snapshot, const PixelRect& tile, A
 
 } // namespace
 
-CompositionSnapshot SnapshotOf(const std::vector<Layer>& layers, int width, int height) {
-    CompositionSnapshot snapshot;
-    snapshot.width = width;
-    snapshot.height = height;
-    const Layer* camera = ActiveCamera(layers);
-    for (const Layer& layer : layers) {
-        if (!layer.Drawn()) {
-            continue;
-        }
-        DrawnLayer drawn;
-        drawn.image = layer.image;
-        drawn.warp = LayerWarp(LayerThroughCamera(layer, camera, width, height));
-        drawn.opacity = static_cast<float>(std::clamp(layer.values.opacity / 100.0, 0.0, 1.0));
-        drawn.own = layer.values.opacity >= 100.0 && !layer.values.mask;
-        drawn.mask = layer.values.mask;
-        snapshot.layers.push_back(std::move(drawn));
-    }
-    return snapshot;
+DrawnLayer DrawnLayerOf(const Layer& layer, const LayerWarp& warp) {
+    DrawnLayer drawn;
+    drawn.image = layer.image;
+    drawn.warp = warp;
+    drawn.opacity = static_cast<float>(std::clamp(layer.values.opacity / 100.0, 0.0, 1.0));
+    drawn.own = layer.values.opacity >= 100.0 && !layer.values.mask;
+    drawn.mask = layer.values.mask;
+    return drawn;
 }
 
 void CompositeRegion(const CompositionSnapshot& snapshot, const PixelRect& region, AlphaForm form,

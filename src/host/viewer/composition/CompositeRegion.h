@@ -40,9 +40,9 @@ struct CompositionSnapshot {
     std::vector<DrawnLayer> layers;
 };
 
-/// The snapshot of `layers` (bottom first; cameras are not drawn, the top-most one sees
-/// the 3-D layers) in a composition of `width` x `height` pixels.
-CompositionSnapshot SnapshotOf(const std::vector<Layer>& layers, int width, int height);
+/// Drawn layer `layer` as the compositor reads it, its pixels taken into the composition
+/// by `warp` (the warp of its transform through the active camera).
+DrawnLayer DrawnLayerOf(const Layer& layer, const LayerWarp& warp);
 
 enum class AlphaForm : std::uint8_t {
     /// Colour divided by alpha: the working values that the Info palette reads.

@@ -24,6 +24,7 @@ void Composition::KeepPlacement(const Layer& layer) {
     Placement& placement = placements_[layer.id];
     placement.transform = LayerThroughCamera(layer, ActiveCamera(layers_), width_, height_);
     placement.inverse = placement.transform.Inverse();
+    placement.warp = LayerWarp(placement.transform);
 }
 
 void Composition::KeepPlacements() {
@@ -176,8 +177,16 @@ bool Composition::Move(int id, std::size_t index) {
 
 std::shared_ptr<const CompositionSnapshot> Composition::Snapshot() const {
     if (!snapshot_) {
-        snapshot_ =
-            std::make_shared<const CompositionSnapshot>(SnapshotOf(layers_, width_, height_));
+        // Cameras are not drawn; each drawn layer is warped as it is kept placed.
+        auto snapshot = std::make_shared<CompositionSnapshot>();
+        snapshot->width = width_;
+        snapshot->height = height_;
+        for (const Layer& layer : layers_) {
+            if (layer.Drawn()) {
+                snapshot->layers.push_back(DrawnLayerOf(layer, placements_.at(layer.id).warp));
+            }
+        }
+        snapshot_ = std::move(snapshot);
     }
     return snapshot_;
 }

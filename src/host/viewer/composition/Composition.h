@@ -82,10 +82,12 @@ private:
     Layer& Add(Layer layer);
     /// What the composition shows changed: the snapshot is made again when asked for.
     void Changed() noexcept;
-    /// Keeps a layer's transform and its inverse (none when it is seen edge-on).
+    /// Keeps a layer's transform, its inverse (none when it is seen edge-on) and the warp
+    /// that the compositor takes its pixels by.
     struct Placement {
         Projective transform;
         std::optional<Projective> inverse;
+        LayerWarp warp{Affine{}};
     };
     void KeepPlacement(const Layer& layer);
     /// Places every layer again (the active camera or its values changed).
