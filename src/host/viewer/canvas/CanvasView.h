@@ -47,8 +47,6 @@ public:
     /// Shows `scene` (a new generation of it).
     void SetScene(CanvasScene scene);
     const CanvasScene& Scene() const noexcept { return scene_; }
-    int CompositionWidth() const noexcept { return scene_.width; }
-    int CompositionHeight() const noexcept { return scene_.height; }
     /// Holds the exact view back while an edit made elsewhere (a scrub in a dock) goes on;
     /// it is rendered when the hold ends.
     void SetHold(bool hold);
@@ -76,8 +74,6 @@ public:
 
     /// Draws the selected layer's outline (none: nothing drawn over the composition).
     void SetOutline(std::optional<LayerOutline> outline);
-    /// Whether a drag with the left button is under way.
-    bool Dragging() const noexcept { return dragging_; }
 
 signals:
     /// The pointer moved over the canvas to `position` (composition pixels).
