@@ -241,9 +241,10 @@ void CanvasView::mouseMoveEvent(QMouseEvent* event) {
         fitted_ = true;
         Changed();
     }
-    emit pointerMoved(PositionAt(event->position()));
+    const CompositionPoint position = PositionAt(event->position());
+    emit pointerMoved(position);
     if (dragging_) {
-        emit dragMoved(PositionAt(event->position()), event->modifiers());
+        emit dragMoved(position, event->modifiers());
     }
 }
 
