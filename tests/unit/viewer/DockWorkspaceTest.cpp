@@ -25,15 +25,7 @@ using qzhost::script::kInfoTabType;
 
 class DockWorkspaceTest : public ViewerHarness {
 protected:
-    QAction* InfoCommand() {
-        emit Window().WindowMenu()->aboutToShow();
-        return Window().WindowMenu()->findChild<QAction*>("command.2028");
-    }
-    QDockWidget* InfoDock() { return Window().Docks().FindDock(kInfoTabType); }
     qzhost::TabState InfoState() { return qzhost::WorkspaceModel::Get().State(kInfoTabType); }
-    std::vector<std::string> Lines() {
-        return Snapshot().at("lines").get<std::vector<std::string>>();
-    }
     void WriteLines(const char* a, const char* b, const char* c) {
         session_->Host().Suite().SetTextLines3(a, b, c);
         Settle();

@@ -21,7 +21,6 @@ using qzhost::script::kInfoTabType;
 
 class LayoutTest : public ViewerHarness {
 protected:
-    QDockWidget* InfoDock() { return Window().Docks().FindDock(kInfoTabType); }
     QDockWidget* Project() { return Window().ProjectDock(); }
     QDockWidget* Layers() { return Window().LayersDock(); }
 

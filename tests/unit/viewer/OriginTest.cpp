@@ -15,21 +15,11 @@ namespace {
 
 class OriginTest : public ViewerHarness {
 protected:
-    /// The widget point over composition point `x`, `y`.
-    QPointF Over(double x, double y) {
-        return Canvas().WidgetPointOf(qzview::CompositionPoint{x, y});
-    }
-
     void CtrlClick(const QPointF& at) {
         Mouse(Canvas(), QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton,
               Qt::ControlModifier);
         Mouse(Canvas(), QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton,
               Qt::ControlModifier);
-        Settle();
-    }
-
-    void MoveOver(const QPointF& at) {
-        Mouse(Canvas(), QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton);
         Settle();
     }
 

@@ -3,10 +3,8 @@
 // pointer at once; and after a drag the hover lines come back with the next pointer move.
 #include <QAction>
 #include <QDockWidget>
-#include <QMenu>
 
 #include "ViewerHarness.h"
-#include "docks/DockWorkspace.h"
 #include "qzhost/WorkspaceModel.h"
 #include "script/ScriptSession.h"
 
@@ -15,32 +13,7 @@ namespace {
 
 using qzhost::script::kInfoTabType;
 
-class PanelReturnTest : public ViewerHarness {
-protected:
-    QDockWidget* InfoDock() { return Window().Docks().FindDock(kInfoTabType); }
-
-    /// The Window menu's command of the Info panel, as the menu shows it.
-    QAction* InfoCommand() {
-        emit Window().WindowMenu()->aboutToShow();
-        return Window().WindowMenu()->findChild<QAction*>("command.2028");
-    }
-
-    QPointF Over(double x, double y) { return Canvas().WidgetPointOf({x, y}); }
-
-    void MoveOver(const QPointF& at) {
-        Mouse(Canvas(), QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton);
-        Settle();
-    }
-
-    std::vector<std::string> Lines() {
-        std::vector<std::string> lines;
-        const auto snapshot = Snapshot();
-        for (const auto& line : snapshot.at("lines")) {
-            lines.push_back(line.get<std::string>());
-        }
-        return lines;
-    }
-};
+using PanelReturnTest = ViewerHarness;
 
 TEST_F(PanelReturnTest, AReopenedDockShowsTheLinesAndThePixelAtOnce) {
     Start();

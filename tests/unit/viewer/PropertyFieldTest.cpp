@@ -9,7 +9,6 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "BuildPaths.h"
 #include "ViewerHarness.h"
 #include "docks/LayerPropertiesPanel.h"
 #include "docks/ScrubNumber.h"
@@ -24,11 +23,7 @@ class PropertyFieldTest : public ViewerHarness {
 protected:
     /// Starts on the chart (240 x 160, its position 120, 80) in the host's `locale`.
     void StartIn(const char* locale = "en_US") {
-        qzview::ViewerOptions options;
-        options.prefs = PrefsPath();
-        options.plugin = QZ_INFOPAL_LIBRARY;
-        options.scale = 1.0;
-        options.geometry = QRect(0, 0, 1000, 640);
+        qzview::ViewerOptions options = TestOptions();
         options.locale = locale;
         options.images.push_back(Sample("chart.png"));
         std::vector<qzview::LayerImage> layers;

@@ -3,10 +3,26 @@
 
 #include <filesystem>
 
+#include <QAction>
+#include <QDockWidget>
+#include <QMenu>
+
+#include "docks/DockWorkspace.h"
+#include "script/ScriptSession.h"
+
 namespace qzviewtest {
 
 std::string Sample(const char* name) {
     return (std::filesystem::path(QZ_SOURCE_DIR) / "samples" / name).string();
+}
+
+QDockWidget* ViewerHarness::InfoDock() {
+    return Window().Docks().FindDock(qzhost::script::kInfoTabType);
+}
+
+QAction* ViewerHarness::InfoCommand() {
+    emit Window().WindowMenu()->aboutToShow();
+    return Window().WindowMenu()->findChild<QAction*>("command.2028");
 }
 
 qzview::ViewerOptions ViewerHarness::TestOptions(double scale) const {

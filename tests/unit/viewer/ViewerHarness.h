@@ -19,6 +19,9 @@
 #include <QApplication>
 #include <QMouseEvent>
 
+class QAction;
+class QDockWidget;
+
 #include "TempFolder.h"
 #include "app/ViewerSession.h"
 #include "canvas/CanvasView.h"
@@ -91,6 +94,17 @@ protected:
         Settle();
     }
 
+    /// The canvas widget point over composition point `x`, `y`.
+    QPointF Over(double x, double y) {
+        return Canvas().WidgetPointOf(qzview::CompositionPoint{x, y});
+    }
+
+    /// Moves the pointer (no button down) to the canvas widget point `at` and settles.
+    void MoveOver(const QPointF& at) {
+        Mouse(Canvas(), QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton);
+        Settle();
+    }
+
     /// Sends a mouse event of `type` to `widget` at its point `local`.
     static void Mouse(QWidget& widget, QEvent::Type type, const QPointF& local,
                       Qt::MouseButton button, Qt::MouseButtons buttons,
@@ -115,6 +129,15 @@ protected:
     }
 
     qzhost::script::Json Snapshot() { return session_->Host().Run({{"op", "snapshot"}}); }
+    /// The panel's three text lines as the snapshot shows them.
+    std::vector<std::string> Lines() {
+        return Snapshot().at("lines").get<std::vector<std::string>>();
+    }
+
+    /// The dock of the Info panel (none while the panel is closed).
+    QDockWidget* InfoDock();
+    /// The Window menu's command of the Info panel, as the menu shows it.
+    QAction* InfoCommand();
 
     /// The text of control `id` of the panel's snapshot.
     static std::string Text(const qzhost::script::Json& snapshot, int id) {

@@ -88,7 +88,7 @@ std::vector<ImageFormat> ReadableImageFormats();
 
 } // namespace qzhost::pixelview
 
-/// The module's one entry: opens `path` as OpenImageFile does (the caller owns the
+/// The module's entry that opens `path` as OpenImageFile does (the caller owns the
 /// result). It throws the host's exceptions, which the host catches: both sides are built
 /// together, with the same compiler and standard library.
 extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path);

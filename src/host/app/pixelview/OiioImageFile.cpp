@@ -148,15 +148,17 @@ public:
     const ImageFileHeader& Header() const noexcept override { return header_; }
     void ReadValues(int x0, int x1, int y0, int y1, std::vector<float>& values) override;
     void ReadSamples(int x0, int x1, int y0, int y1, void* out) override;
+    void ReadAllPixels(const std::function<void(double)>& progress) override;
 
 private:
     /// The samples as ReadSamples gives them, but half floats as `floats` asks.
     void Fetch(int x0, int x1, int y0, int y1, bool floats, void* out);
+    /// The values of an unsigned integer image, read as codes into `codes` (kept from one
+    /// read to the next) and divided by the largest code.
+    template <typename Code>
+    void ReadCodeValues(int x0, int x1, int y0, int y1, std::vector<Code>& codes,
+                        std::vector<float>& values);
 
-public:
-    void ReadAllPixels(const std::function<void(double)>& progress) override;
-
-private:
     std::string path_;
     ImageFileHeader header_;
     // What the image libraries print themselves while they read is kept here, from the
@@ -338,20 +340,22 @@ void OiioImageFile::ReadValues(int x0, int x1, int y0, int y1, std::vector<float
         Fetch(x0, x1, y0, y1, true, values.data());
         return;
     }
+    if (header_.samples == SampleKind::Code8) {
+        ReadCodeValues(x0, x1, y0, y1, bytes_, values);
+    } else {
+        ReadCodeValues(x0, x1, y0, y1, words_, values);
+    }
+}
+
+template <typename Code>
+void OiioImageFile::ReadCodeValues(int x0, int x1, int y0, int y1, std::vector<Code>& codes,
+                                   std::vector<float>& values) {
     // Unsigned integers k of n bits become k / (2^n - 1), correctly rounded.
     const auto scale = static_cast<float>(header_.integerMax);
-    if (header_.samples == SampleKind::Code8) {
-        bytes_.resize(count);
-        ReadSamples(x0, x1, y0, y1, bytes_.data());
-        for (std::size_t c = 0; c < count; ++c) {
-            values[c] = static_cast<float>(bytes_[c]) / scale;
-        }
-        return;
-    }
-    words_.resize(count);
-    ReadSamples(x0, x1, y0, y1, words_.data());
-    for (std::size_t c = 0; c < count; ++c) {
-        values[c] = static_cast<float>(words_[c]) / scale;
+    codes.resize(values.size());
+    ReadSamples(x0, x1, y0, y1, codes.data());
+    for (std::size_t c = 0; c < values.size(); ++c) {
+        values[c] = static_cast<float>(codes[c]) / scale;
     }
 }
 

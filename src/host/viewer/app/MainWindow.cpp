@@ -210,8 +210,11 @@ void MainWindow::BuildMenus() {
             SetOrigin(*info_->Pointer());
         }
     });
-    connect(canvas_, &CanvasView::pointerMoved, viewActions_,
-            [this] { viewActions_->SetPointerKnown(true); });
+    // The pointer's first move on the canvas gives Set Origin at Pointer its place: the
+    // connection ends there, and later moves do not reach the action.
+    connect(
+        canvas_, &CanvasView::pointerMoved, viewActions_,
+        [this] { viewActions_->SetPointerKnown(true); }, Qt::SingleShotConnection);
     connect(viewActions_, &ViewActions::originCleared, this, [this] { SetOrigin({}); });
     connect(viewActions_->Exposure(), &QDoubleSpinBox::valueChanged, this, [this](double stops) {
         display_.exposure = stops;

@@ -30,21 +30,20 @@ DockTitleBar::DockTitleBar(QDockWidget& dock, std::string tab_type, const QStrin
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(6, 1, 1, 1);
     layout->setSpacing(0);
-    title_ = new QLabel(title, this);
-    layout->addWidget(title_);
+    layout->addWidget(new QLabel(title, this));
     layout->addStretch(1);
 
     menu_ = new QMenu(this);
     connect(menu_, &QMenu::aboutToShow, this, &DockTitleBar::Populate);
-    menuButton_ = new QToolButton(this);
-    menuButton_->setText(QStringLiteral("\u2261"));
-    menuButton_->setToolTip(tr("Panel menu"));
-    menuButton_->setAutoRaise(true);
-    menuButton_->setFocusPolicy(Qt::NoFocus);
-    menuButton_->setPopupMode(QToolButton::InstantPopup);
-    menuButton_->setMenu(menu_);
-    menuButton_->setObjectName(QStringLiteral("flyoutButton"));
-    layout->addWidget(menuButton_);
+    auto* menuButton = new QToolButton(this);
+    menuButton->setText(QStringLiteral("\u2261"));
+    menuButton->setToolTip(tr("Panel menu"));
+    menuButton->setAutoRaise(true);
+    menuButton->setFocusPolicy(Qt::NoFocus);
+    menuButton->setPopupMode(QToolButton::InstantPopup);
+    menuButton->setMenu(menu_);
+    menuButton->setObjectName(QStringLiteral("flyoutButton"));
+    layout->addWidget(menuButton);
 
     QToolButton* floatButton =
         Button(this, style()->standardIcon(QStyle::SP_TitleBarNormalButton), tr("Float"));

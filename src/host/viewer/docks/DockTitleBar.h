@@ -8,9 +8,7 @@
 #include <QWidget>
 
 class QDockWidget;
-class QLabel;
 class QMenu;
-class QToolButton;
 
 namespace qzview {
 
@@ -21,7 +19,6 @@ public:
 
     /// The flyout menu (for tests and keyboard users: it is also opened by the button).
     QMenu* FlyoutMenu() const noexcept { return menu_; }
-    QToolButton* MenuButton() const noexcept { return menuButton_; }
 
 signals:
     /// The panel carried out a command of its flyout menu.
@@ -33,9 +30,7 @@ private:
 
     QDockWidget& dock_;
     std::string tabType_;
-    QLabel* title_ = nullptr;
     QMenu* menu_ = nullptr;
-    QToolButton* menuButton_ = nullptr;
 };
 
 } // namespace qzview

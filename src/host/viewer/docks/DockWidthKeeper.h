@@ -25,8 +25,6 @@ public:
     void Watch(QDockWidget* dock);
     /// Takes the docks' widths as they are now as the ones to keep.
     void Remember();
-    /// The width kept for `dock` (0: none yet).
-    int KeptWidth(const QDockWidget* dock) const { return widths_.value(dock, 0); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

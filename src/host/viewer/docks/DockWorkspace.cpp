@@ -146,8 +146,7 @@ void DockWorkspace::UpdateAnswers(const std::string& tab_type) {
     const bool front = !stacked || !dock->visibleRegion().isEmpty();
     const qzhost::TabState before = qzhost::WorkspaceModel::Get().State(tab_type);
     qzhost::WorkspaceModel::Get().SetAnswers(tab_type, open, front, stacked);
-    if (!before.Visible() && qzhost::WorkspaceModel::Get().State(tab_type).Visible() &&
-        it->second.panel != nullptr) {
+    if (!before.Visible() && qzhost::WorkspaceModel::Get().State(tab_type).Visible()) {
         it->second.panel->RedrawAll();
     }
     emit panelsTouched();
