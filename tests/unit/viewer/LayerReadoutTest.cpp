@@ -35,9 +35,6 @@ protected:
 
     const qzview::Layer& Layer(std::size_t index = 0) { return Window().Comp().Layers().at(index); }
 
-    /// The canvas point at composition point `x`, `y`.
-    QPointF At(double x, double y) { return Canvas().WidgetPointOf({x, y}); }
-
     /// Scrubs the dock's number of `component` of `property` by `pixels` screen pixels,
     /// through the window system's path, as a person's pointer does (a press there gives
     /// the clicked widget the focus before the widget sees it).
@@ -81,9 +78,9 @@ protected:
         for (int degrees = 0; std::abs(degrees) < std::abs(end); degrees += step) {
             const double r = degrees * std::numbers::pi / 180.0;
             points.push_back(
-                At(120.5 + std::round(80 * std::cos(r)), 80.5 + std::round(80 * std::sin(r))));
+                Over(120.5 + std::round(80 * std::cos(r)), 80.5 + std::round(80 * std::sin(r))));
         }
-        points.push_back(At(120.5 + last_x, 80.5 + last_y));
+        points.push_back(Over(120.5 + last_x, 80.5 + last_y));
         DragOnCanvas(points, modifiers);
     }
 
@@ -98,7 +95,7 @@ protected:
 TEST_F(LayerReadoutTest, DraggingALayerShowsItsPositionAndTheChange) {
     StartAtZoom1();
     const int before = Window().Readout().Calls();
-    const QPointF from = At(60.5, 40.5);
+    const QPointF from = Over(60.5, 40.5);
     DragOnCanvas({from, from + QPointF(4, -1), from + QPointF(10, -4)});
     EXPECT_EQ(Layer().values.position[0], 130.0);
     EXPECT_EQ(Layer().values.position[1], 76.0);
@@ -112,7 +109,7 @@ TEST_F(LayerReadoutTest, DraggingALayerShowsItsPositionAndTheChange) {
 
 TEST_F(LayerReadoutTest, ADragBackToWhereItBeganShowsNoChange) {
     StartAtZoom1();
-    const QPointF from = At(60.5, 40.5);
+    const QPointF from = Over(60.5, 40.5);
     DragOnCanvas({from, from + QPointF(7, 3), from});
     EXPECT_EQ(Line(1), "Position: 120.0, 80.0");
     EXPECT_EQ(DeltaRow(), "") << "no delta lines while the change is zero";
@@ -130,7 +127,7 @@ TEST_F(LayerReadoutTest, RotatingFourHundredDegreesShowsOneRevolution) {
 TEST_F(LayerReadoutTest, TheAnchorPointToolMovesTheAnchorAndKeepsTheLayerInPlace) {
     StartAtZoom1();
     Window().SetTool(qzview::Tool::AnchorPoint);
-    const QPointF from = At(120.5, 80.5);
+    const QPointF from = Over(120.5, 80.5);
     DragOnCanvas({from, from + QPointF(-20, 10)});
     EXPECT_EQ(Line(1), "Anchor Point: 100.0, 90.0");
     EXPECT_EQ(DeltaRow(), "\u0394: -20.0, 10.0");
@@ -147,7 +144,7 @@ TEST_F(LayerReadoutTest, DraggingACornerHandleScalesTheLayer) {
     StartAtZoom1();
     // Next to the bottom-right corner handle of the 240 x 160 chart, 119.5 pixels right of
     // the anchor point, dragged 24 pixels right: the layer widens by 143.5 / 119.5.
-    const QPointF corner = At(239.5, 159.5);
+    const QPointF corner = Over(239.5, 159.5);
     DragOnCanvas({corner, corner + QPointF(12, 0), corner + QPointF(24, 0)});
     EXPECT_NEAR(Layer().values.scale[0], 100.0 * 143.5 / 119.5, 1e-9);
     EXPECT_NEAR(Layer().values.scale[1], 100.0, 1e-9);
@@ -157,7 +154,7 @@ TEST_F(LayerReadoutTest, DraggingACornerHandleScalesTheLayer) {
 
 TEST_F(LayerReadoutTest, TheWheelWithAltScalesInSteps) {
     StartAtZoom1();
-    const QPointF over = At(100, 70);
+    const QPointF over = Over(100, 70);
     for (int notch = 0; notch < 3; ++notch) {
         QWheelEvent wheel(over, Canvas().mapToGlobal(over), QPoint(), QPoint(0, 120), Qt::NoButton,
                           Qt::AltModifier, Qt::NoScrollPhase, false);
@@ -180,7 +177,7 @@ TEST_F(LayerReadoutTest, ScrubbingOpacityShowsOneNumberWithoutAPercentSign) {
     EXPECT_EQ(DeltaRow(), "");
     // The composite follows: the opaque chart is now three-quarters opaque.
     Canvas().ZoomTo(1.0);
-    MoveTo(static_cast<int>(At(10.5, 10.5).x()), static_cast<int>(At(10.5, 10.5).y()));
+    MoveTo(static_cast<int>(Over(10.5, 10.5).x()), static_cast<int>(Over(10.5, 10.5).y()));
     EXPECT_NEAR(Window().Comp().PixelAt(10, 10)[3], 0.75f, 1e-6);
 }
 
@@ -208,7 +205,7 @@ TEST_F(LayerReadoutTest, A3DLayerHasThreeComponentPointsAndOrientationReadsPosit
     Scrub(Property::Orientation, 0, 10);
     EXPECT_EQ(Line(1), "Position: 10.0, 0.0, 0.0");
     // The viewer's position drag on a 3-D layer goes through the three-component slot.
-    const QPointF from = At(60.5, 40.5);
+    const QPointF from = Over(60.5, 40.5);
     DragOnCanvas({from, from + QPointF(0, 5)});
     EXPECT_EQ(Line(1), "Position: 120.0, 85.0, 12.0");
     EXPECT_EQ(DeltaRow(), "\u0394: 0.0, 5.0, 0.0");
@@ -304,8 +301,8 @@ TEST_F(LayerReadoutTest, TheCompositeUnderThePointerIsOpenImageIOsWarpOfTheLayer
     int compared = 0;
     for (const auto& [x, y] :
          std::vector<std::pair<int, int>>{{131, 80}, {60, 50}, {170, 120}, {100, 30}, {205, 95}}) {
-        MoveTo(static_cast<int>(At(x + 0.5, y + 0.5).x()),
-               static_cast<int>(At(x + 0.5, y + 0.5).y()));
+        MoveTo(static_cast<int>(Over(x + 0.5, y + 0.5).x()),
+               static_cast<int>(Over(x + 0.5, y + 0.5).y()));
         const auto snapshot = Snapshot();
         ASSERT_EQ(Text(snapshot, 15), std::to_string(x));
         ASSERT_EQ(Text(snapshot, 16), std::to_string(y));
@@ -328,7 +325,7 @@ TEST_F(LayerReadoutTest, TheCompositeUnderThePointerIsOpenImageIOsWarpOfTheLayer
 
 TEST_F(LayerReadoutTest, UndoRedoAndResetPutValuesBackWithoutAReadout) {
     StartAtZoom1();
-    const QPointF from = At(60.5, 40.5);
+    const QPointF from = Over(60.5, 40.5);
     DragOnCanvas({from, from + QPointF(10, -4)});
     Scrub(Property::Opacity, 0, -10);
     const int calls = Window().Readout().Calls();

@@ -93,7 +93,6 @@ protected:
     }
 
     const qzview::Layer& Layer() { return Window().Comp().Layers().at(0); }
-    QPointF At(double x, double y) { return Canvas().WidgetPointOf({x, y}); }
     std::string Line(int row) { return Text(Snapshot(), 20 + row); }
     std::string DeltaRow() {
         std::string text = Line(2);
@@ -106,7 +105,7 @@ TEST_F(ThreeDRotationWindowTest, DraggingDownTurnsAboutXAndReportsEachStep) {
     StartThreeD();
     const int calls = Window().Readout().Calls();
     const int steps = Window().Editor().History().count();
-    const QPointF from = At(150.5, 60.5);
+    const QPointF from = Over(150.5, 60.5);
     DragOnCanvas({from, from + QPointF(0, 8), from + QPointF(0, 20)}, Qt::NoModifier);
     EXPECT_NEAR(Layer().values.orientation[0], 10.0, 1e-9);
     EXPECT_EQ(Window().Readout().Calls(), calls + 2) << "one readout per move of the drag";
@@ -120,7 +119,7 @@ TEST_F(ThreeDRotationWindowTest, DraggingDownTurnsAboutXAndReportsEachStep) {
 
 TEST_F(ThreeDRotationWindowTest, DraggingRightTurnsAboutYAndShiftTurnsAboutZ) {
     StartThreeD();
-    const QPointF from = At(150.5, 60.5);
+    const QPointF from = Over(150.5, 60.5);
     DragOnCanvas({from, from + QPointF(10, 0), from + QPointF(20, 0)}, Qt::NoModifier);
     EXPECT_NEAR(Layer().values.orientation[1], 350.0, 1e-9);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 350.0\u00b0, 0.0\u00b0");
@@ -131,7 +130,7 @@ TEST_F(ThreeDRotationWindowTest, DraggingRightTurnsAboutYAndShiftTurnsAboutZ) {
     Window().Editor().Type(Layer().id, Property::Position, {120.5, 80.5, 0});
     Settle();
     const int steps = Window().Editor().History().count();
-    DragOnCanvas({At(160.5, 80.5), At(148.5, 108.5), At(120.5, 120.5)}, Qt::ShiftModifier);
+    DragOnCanvas({Over(160.5, 80.5), Over(148.5, 108.5), Over(120.5, 120.5)}, Qt::ShiftModifier);
     EXPECT_NEAR(Layer().values.orientation[2], 90.0, 1e-6);
     EXPECT_NEAR(Layer().values.orientation[1], 350.0, 1e-9);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 350.0\u00b0, 90.0\u00b0");
@@ -155,7 +154,7 @@ TEST_F(ThreeDRotationWindowTest, ThroughACameraTheTurnAboutZIsAroundWhereTheAnch
     EXPECT_NEAR((*anchor)[0], 140.5, 1e-9);
     EXPECT_NEAR((*anchor)[1], 80.5, 1e-9);
     // A quarter turn around that point, where the layer is hit.
-    DragOnCanvas({At(160.5, 80.5), At(154.5, 94.5), At(140.5, 100.5)}, Qt::ShiftModifier);
+    DragOnCanvas({Over(160.5, 80.5), Over(154.5, 94.5), Over(140.5, 100.5)}, Qt::ShiftModifier);
     EXPECT_NEAR(Layer().values.orientation[2], 90.0, 1e-6);
     EXPECT_EQ(Line(1), "Orientation: 0.0\u00b0, 0.0\u00b0, 90.0\u00b0");
 }

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QTableWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "ShortcutList.h"
@@ -61,10 +62,12 @@ void HelpActions::ShowShortcuts() {
         table->setItem(row, 1, new QTableWidgetItem(rows[row].does));
     }
     table->resizeColumnToContents(0);
-    table->resizeRowsToContents();
     // Beside the viewer, not in its way.
     shortcuts_->show();
     shortcuts_->raise();
+    // The rows' heights once the dialog has laid out the columns' widths: sized before,
+    // the wrapped texts take the heights of a narrower table.
+    QTimer::singleShot(0, table, &QTableWidget::resizeRowsToContents);
 }
 
 } // namespace qzview

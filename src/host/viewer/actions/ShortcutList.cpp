@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QHash>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
@@ -21,7 +22,10 @@ QString Plain(QString text) {
     return text;
 }
 
-void Collect(const QMenu& menu, const QString& path, QList<ShortcutRow>& rows) {
+/// The rows of `menu`'s shortcuts; an action that stands in several menus (Delete) is one
+/// row naming each place, found through `rowOf`.
+void Collect(const QMenu& menu, const QString& path, QList<ShortcutRow>& rows,
+             QHash<const QAction*, qsizetype>& rowOf) {
     // A menu that lists its items when it is about to show (the Window menu) does so now.
     emit const_cast<QMenu&>(menu).aboutToShow();
     for (QAction* action : menu.actions()) {
@@ -30,16 +34,22 @@ void Collect(const QMenu& menu, const QString& path, QList<ShortcutRow>& rows) {
         }
         const QString here = path + QStringLiteral(" > ") + Plain(action->text());
         if (action->menu() != nullptr) {
-            Collect(*action->menu(), here, rows);
+            Collect(*action->menu(), here, rows, rowOf);
             continue;
         }
         QStringList keys;
         for (const QKeySequence& shortcut : action->shortcuts()) {
             keys << shortcut.toString(QKeySequence::NativeText);
         }
-        if (!keys.isEmpty()) {
-            rows.append({keys.join(Tr(", ")), here});
+        if (keys.isEmpty()) {
+            continue;
         }
+        if (const auto found = rowOf.constFind(action); found != rowOf.constEnd()) {
+            rows[*found].does += Tr(", ") + here;
+            continue;
+        }
+        rowOf.insert(action, rows.size());
+        rows.append({keys.join(Tr(", ")), here});
     }
 }
 
@@ -47,9 +57,10 @@ void Collect(const QMenu& menu, const QString& path, QList<ShortcutRow>& rows) {
 
 QList<ShortcutRow> MenuShortcuts(const QMenuBar& bar) {
     QList<ShortcutRow> rows;
+    QHash<const QAction*, qsizetype> rowOf;
     for (QAction* top : bar.actions()) {
         if (top->menu() != nullptr) {
-            Collect(*top->menu(), Plain(top->text()), rows);
+            Collect(*top->menu(), Plain(top->text()), rows, rowOf);
         }
     }
     return rows;
