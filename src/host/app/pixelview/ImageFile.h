@@ -26,6 +26,15 @@ struct ImageFileHeader {
     int y0 = 0;
     int width = 0;
     int height = 0;
+    /// The frame that the image is meant to be seen in (the display window): columns
+    /// displayX to displayX + displayWidth - 1, rows displayY to displayY + displayHeight - 1.
+    /// The pixels may lie inside it, around it (overscan) or beside it.
+    int displayX = 0;
+    int displayY = 0;
+    int displayWidth = 0;
+    int displayHeight = 0;
+    /// How many times wider than tall a pixel is meant to be shown (1: square pixels).
+    double pixelAspect = 1.0;
     /// The project depth that the format gives (0 8-bit, 1 16-bit, 2 float).
     std::int8_t depth = 0;
     /// The reader's name for the format ("openexr", "png", "tiff"...).

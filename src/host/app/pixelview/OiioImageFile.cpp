@@ -212,6 +212,14 @@ OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
     header_.width = header.width;
     header_.height = header.height;
     header_.channels = header.nchannels;
+    // A header without a display window of its own has its pixels as the frame.
+    const bool framed = header.full_width > 0 && header.full_height > 0;
+    header_.displayX = framed ? header.full_x : header.x;
+    header_.displayY = framed ? header.full_y : header.y;
+    header_.displayWidth = framed ? header.full_width : header.width;
+    header_.displayHeight = framed ? header.full_height : header.height;
+    const float aspect = header.get_float_attribute("PixelAspectRatio", 1.0f);
+    header_.pixelAspect = std::isfinite(aspect) && aspect > 0 ? static_cast<double>(aspect) : 1.0;
 
     // The depth follows the widest channel; formats that keep 10 or 12 bits in 16-bit
     // words say so in their metadata.

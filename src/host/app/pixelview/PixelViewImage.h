@@ -35,6 +35,13 @@ public:
     int Y0() const noexcept { return header_.y0; }
     int Width() const noexcept { return header_.width; }
     int Height() const noexcept { return header_.height; }
+    /// The display window: the frame that the image is meant to be seen in.
+    int DisplayX() const noexcept { return header_.displayX; }
+    int DisplayY() const noexcept { return header_.displayY; }
+    int DisplayWidth() const noexcept { return header_.displayWidth; }
+    int DisplayHeight() const noexcept { return header_.displayHeight; }
+    /// How many times wider than tall a pixel is meant to be shown.
+    double PixelAspect() const noexcept { return header_.pixelAspect; }
     bool Contains(int x, int y) const noexcept {
         return x >= header_.x0 && y >= header_.y0 && x - header_.x0 < header_.width &&
                y - header_.y0 < header_.height;

@@ -106,6 +106,7 @@ LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress)
         layer.channelType = image.ChannelType();
         layer.width = image.Width();
         layer.height = image.Height();
+        layer.pixelAspect = image.PixelAspect();
         layer.depth = image.ProjectDepth();
         layer.samples = image.Samples();
         layer.integerMax = image.IntegerMax();

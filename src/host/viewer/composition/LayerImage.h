@@ -28,6 +28,8 @@ struct LayerImage {
     std::string channelType;
     int width = 0;
     int height = 0;
+    /// How many times wider than tall a pixel is meant to be shown (1: square pixels).
+    double pixelAspect = 1.0;
     /// The project depth that the file's format gives (0 8-bit, 1 16-bit, 2 float).
     std::int8_t depth = 0;
     SampleKind samples = SampleKind::Float;
