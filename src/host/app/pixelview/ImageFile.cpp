@@ -16,7 +16,7 @@ namespace qzhost::pixelview {
 
 namespace {
 
-using OpenEntry = ImageFile* (*)(const std::string&);
+using OpenEntry = ImageFile* (*)(const std::string&, int);
 using FormatsEntry = void (*)(std::vector<ImageFormat>&);
 
 struct Module {
@@ -58,8 +58,8 @@ const Module& LoadedModule() {
 
 } // namespace
 
-std::unique_ptr<ImageFile> OpenImageFile(const std::string& path) {
-    return std::unique_ptr<ImageFile>(LoadedModule().open(path));
+std::unique_ptr<ImageFile> OpenImageFile(const std::string& path, int part) {
+    return std::unique_ptr<ImageFile>(LoadedModule().open(path, part));
 }
 
 std::vector<ImageFormat> ReadableImageFormats() {

@@ -5,6 +5,7 @@
 // beneath it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -17,6 +18,11 @@ namespace qzhost::pixelview {
 /// of an unsigned integer image (8-bit, or up to 16 bits in 16-bit words), or half or full
 /// floats.
 enum class SampleKind : std::uint8_t { Code8, Code16, Half, Float };
+
+/// The bytes of one sample of `kind`.
+constexpr std::size_t SampleBytes(SampleKind kind) noexcept {
+    return kind == SampleKind::Code8 ? 1 : kind == SampleKind::Float ? 4 : 2;
+}
 
 /// What the host reads from an image's header.
 struct ImageFileHeader {
@@ -43,13 +49,16 @@ struct ImageFileHeader {
     std::string channelType;
     /// The channel names, comma-separated ("R,G,B,A").
     std::string channelNames;
-    /// The channels that give red, green, blue (a grey image names one channel for all
-    /// three) and alpha (-1: none), of `channels` in all.
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    int alpha = -1;
+    /// The channel names in the file's order (empty for a channel that the file leaves
+    /// unnamed), and how many there are.
+    std::vector<std::string> channelList;
     int channels = 0;
+    /// The channel that the reader takes for alpha, or -1.
+    int alphaHint = -1;
+    /// The parts of the file (the parts of a multi-part OpenEXR file; 1 for other files),
+    /// and this part's name (empty when it has none).
+    int parts = 1;
+    std::string partName;
     /// The largest code of an image of unsigned integers of up to 16 bits (255, 1023,
     /// 65535...); 0 for other images, whose values are read as floats.
     std::uint32_t integerMax = 0;
@@ -78,11 +87,12 @@ public:
     virtual void ReadAllPixels(const std::function<void(double)>& progress) = 0;
 };
 
-/// Opens `path` (the first subimage, its full-resolution level) and reads its header,
-/// loading the image reader module from beside the program at the first call. Throws
-/// BadRequest when the file is missing or cannot be read, when no reader knows its format
-/// or when it holds no colour, and HostFailed when the module cannot be loaded.
-std::unique_ptr<ImageFile> OpenImageFile(const std::string& path);
+/// Opens part `part` of `path` (its full-resolution level) and reads its header, loading
+/// the image reader module from beside the program at the first call. Throws BadRequest
+/// when the file is missing or cannot be read, when no reader knows its format, when it
+/// has no such part or when it holds no two-dimensional image, and HostFailed when the
+/// module cannot be loaded.
+std::unique_ptr<ImageFile> OpenImageFile(const std::string& path, int part = 0);
 
 /// A format that the image reader reads, and the file name extensions (lower case, no
 /// dot) that it knows it by.
@@ -100,6 +110,7 @@ std::vector<ImageFormat> ReadableImageFormats();
 /// The module's entry that opens `path` as OpenImageFile does (the caller owns the
 /// result). It throws the host's exceptions, which the host catches: both sides are built
 /// together, with the same compiler and standard library.
-extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path);
+extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path,
+                                                                     int part);
 /// The module's list of the formats it reads, as ReadableImageFormats gives it.
 extern "C" void QZHostImageIO_ReadableFormats(std::vector<qzhost::pixelview::ImageFormat>& out);

@@ -97,20 +97,6 @@ std::string ChannelTypeText(OIIO::TypeDesc type, int bits) {
     return std::to_string(bits) + "-bit";
 }
 
-/// The channel named `name` (or its lower-case form), or -1. Looked up in the names that
-/// the header has: some readers name fewer channels than the image has.
-int ChannelIndex(const OIIO::ImageSpec& header, const char* name) {
-    const int named = std::min(header.nchannels, static_cast<int>(header.channelnames.size()));
-    for (const std::string& wanted : {std::string(name), Lower(name)}) {
-        for (int c = 0; c < named; ++c) {
-            if (header.channelnames[static_cast<std::size_t>(c)] == wanted) {
-                return c;
-            }
-        }
-    }
-    return -1;
-}
-
 /// An image cache of this image's own and the image's buffer on it, ended (also when the
 /// image fails to open) with what the libraries print kept in `messages`. The cache's
 /// settings (unassociated alpha kept, bands of scanlines) must not leak into other
@@ -141,7 +127,7 @@ struct CachedBuffer {
 /// An image file read through an image cache of its own.
 class OiioImageFile final : public ImageFile {
 public:
-    explicit OiioImageFile(const std::string& path);
+    OiioImageFile(const std::string& path, int part);
     OiioImageFile(const OiioImageFile&) = delete;
     OiioImageFile& operator=(const OiioImageFile&) = delete;
 
@@ -160,6 +146,7 @@ private:
                         std::vector<float>& values);
 
     std::string path_;
+    int part_ = 0;
     ImageFileHeader header_;
     // What the image libraries print themselves while they read is kept here, from the
     // cache's creation to its end.
@@ -171,7 +158,7 @@ private:
     std::vector<std::uint8_t> bytes_;
 };
 
-OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
+OiioImageFile::OiioImageFile(const std::string& path, int part) : path_(path), part_(part) {
     RequireReadableFile(path);
     OIIO::ImageSpec config;
     config.attribute("oiio:UnassociatedAlpha", 1);
@@ -179,8 +166,8 @@ OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
     std::string message;
     {
         const LibraryMessages::Trap trap(messages_);
-        cached_.buffer = std::make_unique<OIIO::ImageBuf>(path, 0, 0, cached_.cache, &config);
-        opened = cached_.buffer->init_spec(path, 0, 0);
+        cached_.buffer = std::make_unique<OIIO::ImageBuf>(path, part, 0, cached_.cache, &config);
+        opened = cached_.buffer->init_spec(path, part, 0);
         if (opened) {
             // The header and the format's name, read while the libraries' words are kept.
             (void)cached_.buffer->nativespec();
@@ -265,28 +252,16 @@ OiioImageFile::OiioImageFile(const std::string& path) : path_(path) {
         header_.channelNames += header.channel_name(c);
     }
 
-    header_.alpha = header.alpha_channel >= 0 && header.alpha_channel < header.nchannels
-                        ? header.alpha_channel
-                        : ChannelIndex(header, "A");
-    header_.red = ChannelIndex(header, "R");
-    header_.green = ChannelIndex(header, "G");
-    header_.blue = ChannelIndex(header, "B");
-    if (header_.red < 0 || header_.green < 0 || header_.blue < 0) {
-        // No channels named for red, green and blue: the first three colour channels in
-        // order, or one grey channel for all three.
-        std::vector<int> colour;
-        for (int c = 0; c < header.nchannels; ++c) {
-            if (c != header_.alpha) {
-                colour.push_back(c);
-            }
-        }
-        if (colour.empty()) {
-            throw BadRequest("cannot read '" + path + "': it has an alpha channel only");
-        }
-        const bool grey = colour.size() < 3;
-        header_.red = colour[0];
-        header_.green = grey ? colour[0] : colour[1];
-        header_.blue = grey ? colour[0] : colour[2];
+    for (int c = 0; c < header.nchannels; ++c) {
+        header_.channelList.push_back(header.channel_name(c));
+    }
+    header_.alphaHint = header.alpha_channel < header.nchannels ? header.alpha_channel : -1;
+    // The parts of a multi-part OpenEXR file; the subimages of other formats (the pages of
+    // a document, the frames of an animation) are not parts of one picture.
+    if (header_.formatName == "openexr") {
+        header_.parts = std::max(1, cached_.buffer->nsubimages());
+        header_.partName =
+            header.get_string_attribute("oiio:subimagename", header.get_string_attribute("name"));
     }
 }
 
@@ -380,8 +355,8 @@ void OiioImageFile::ReadAllPixels(const std::function<void(double)>& progress) {
     {
         const LibraryMessages::Trap trap(messages_);
         auto callback = progress;
-        if (!cached_.buffer->read(0, 0, /*force=*/true, OIIO::TypeDesc::UNKNOWN, &ReportProgress,
-                                  &callback)) {
+        if (!cached_.buffer->read(part_, 0, /*force=*/true, OIIO::TypeDesc::UNKNOWN,
+                                  &ReportProgress, &callback)) {
             message = WithoutPath(FirstLine(cached_.buffer->geterror()), path_);
             (void)OIIO::geterror();
         }
@@ -410,6 +385,7 @@ extern "C" void QZHostImageIO_ReadableFormats(std::vector<qzhost::pixelview::Ima
     }
 }
 
-extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path) {
-    return new qzhost::pixelview::OiioImageFile(path);
+extern "C" qzhost::pixelview::ImageFile* QZHostImageIO_OpenImageFile(const std::string& path,
+                                                                     int part) {
+    return new qzhost::pixelview::OiioImageFile(path, part);
 }

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "pixelview/ChannelSets.h"
 #include "pixelview/DisplayModeChoice.h"
 #include "pixelview/PanelState.h"
 #include "pixelview/PanelText.h"
@@ -46,20 +47,42 @@ std::string PointText(const Point& point) {
     return NumberText(point.x) + "," + NumberText(point.y);
 }
 
-/// The pixel under `point`; throws BadRequest for a point outside the image.
+std::string Span(int first, int count) {
+    return std::to_string(first) + " to " + std::to_string(first + count - 1);
+}
+
+/// The pixel under `point`, a point of the image's frame (its display window; 0,0 its
+/// top-left pixel): transparent black where the frame has no pixel. Throws BadRequest for
+/// a point outside both the frame and the pixels.
 Shown PixelAt(const PixelViewImage& image, const Point& point) {
     const double column = std::floor(point.x);
     const double row = std::floor(point.y);
-    const bool representable =
-        column >= INT_MIN && column <= INT_MAX && row >= INT_MIN && row <= INT_MAX;
-    if (!representable || !image.Contains(static_cast<int>(column), static_cast<int>(row))) {
-        throw BadRequest("point " + PointText(point) + " lies outside the image (columns " +
-                         std::to_string(image.X0()) + " to " +
-                         std::to_string(image.X0() + image.Width() - 1) + ", rows " +
-                         std::to_string(image.Y0()) + " to " +
-                         std::to_string(image.Y0() + image.Height() - 1) + ")");
+    // Far beyond any image; keeps the sums below in range.
+    constexpr double kFar = 1 << 30;
+    const bool representable = std::abs(column) <= kFar && std::abs(row) <= kFar;
+    const int x = representable ? static_cast<int>(column) : 0;
+    const int y = representable ? static_cast<int>(row) : 0;
+    const bool in_frame =
+        representable && x >= 0 && y >= 0 && x < image.DisplayWidth() && y < image.DisplayHeight();
+    const int file_x = x + image.DisplayX();
+    const int file_y = y + image.DisplayY();
+    const bool in_pixels = representable && image.Contains(file_x, file_y);
+    if (!in_frame && !in_pixels) {
+        const bool framed = image.DisplayX() != image.X0() || image.DisplayY() != image.Y0() ||
+                            image.DisplayWidth() != image.Width() ||
+                            image.DisplayHeight() != image.Height();
+        std::string where =
+            "columns " + Span(0, image.DisplayWidth()) + ", rows " + Span(0, image.DisplayHeight());
+        if (framed) {
+            where += "; its pixels: columns " + Span(image.X0() - image.DisplayX(), image.Width()) +
+                     ", rows " + Span(image.Y0() - image.DisplayY(), image.Height());
+        }
+        throw BadRequest("point " + PointText(point) + " lies outside the image (" + where + ")");
     }
-    return {point, image.PixelAt(static_cast<int>(column), static_cast<int>(row))};
+    if (!in_pixels) {
+        return {point, PixelARGB{0.0f, 0.0f, 0.0f, 0.0f}};
+    }
+    return {point, image.PixelAt(file_x, file_y)};
 }
 
 const char* DepthText(std::int8_t depth) {
@@ -73,13 +96,30 @@ const char* DepthText(std::int8_t depth) {
     }
 }
 
-/// What the host writes into the panel's text lines about the image in the viewer.
+/// The image's size for its text line: the frame, and the pixels' rectangle when it is
+/// another ("100 x 80, pixels 64 x 48 at 10,20").
+std::string SizeText(const PixelViewImage& image) {
+    std::string size =
+        std::to_string(image.DisplayWidth()) + " x " + std::to_string(image.DisplayHeight());
+    const int x = image.X0() - image.DisplayX();
+    const int y = image.Y0() - image.DisplayY();
+    if (x != 0 || y != 0 || image.Width() != image.DisplayWidth() ||
+        image.Height() != image.DisplayHeight()) {
+        size += ", pixels " + std::to_string(image.Width()) + " x " +
+                std::to_string(image.Height()) + " at " + std::to_string(x) + "," +
+                std::to_string(y);
+    }
+    return size;
+}
+
+/// What the host writes into the panel's text lines about the image in the viewer: its
+/// name; its format, size, channels (the channel set read, when they make several) and
+/// channel type; the project depth.
 std::vector<std::string> ImageLines(const PixelViewImage& image) {
+    const std::string channels = image.Sets().size() == 1 ? image.ChannelNames() : image.Set().name;
     return {
         fs::path(image.Path()).filename().string(),
-        image.FormatName() + ", " + std::to_string(image.Width()) + " x " +
-            std::to_string(image.Height()) + ", " + image.ChannelNames() + ", " +
-            image.ChannelType(),
+        image.FormatName() + ", " + SizeText(image) + ", " + channels + ", " + image.ChannelType(),
         std::string("Project: ") + DepthText(image.ProjectDepth()),
     };
 }
@@ -200,7 +240,15 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
     // Everything that the command line can get wrong is checked before the host starts,
     // so that a bad request shows nothing and writes nothing.
     const PixelViewRequest request = CheckPixelViewOptions(options);
-    const PixelViewImage image(options.image.empty() ? DefaultSampleImage() : options.image);
+    PixelViewImage image(options.image.empty() ? DefaultSampleImage() : options.image);
+    if (!options.channels.empty()) {
+        const int set = FindChannelSet(image.Sets(), options.channels);
+        if (set < 0) {
+            throw BadRequest("no channel set '" + options.channels + "' in '" + image.Path() +
+                             "'; its sets: " + ChannelSetNames(image.Sets()));
+        }
+        image.ChooseSet(set);
+    }
     // The points of the command line lie in the image, and their pixels can be read,
     // before anything is shown.
     std::vector<Shown> given;

@@ -101,7 +101,9 @@ void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options) {
                        "the bundled HDR colour chart when absent");
     command
         .add_option("--at", options.at,
-                    "A point X,Y in image coordinates; repeat for several points (one panel "
+                    "A point X,Y of the image's frame (its display window; 0,0 is its top-left "
+                    "pixel; a point of the frame without pixels reads as transparent); repeat for "
+                    "several points (one panel "
                     "each); \"-\" reads points from standard input, one per line, and shows "
                     "each as soon as its line arrives. With several points each text panel "
                     "ends with an empty line")
@@ -110,6 +112,10 @@ void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options) {
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     command.add_option("--origin", options.origin, "The origin X,Y of X' and Y'");
+    command.add_option("--channels", options.channels,
+                       "The channel set to read: RGBA (the unnamed set), a layer prefix such "
+                       "as diffuse, a lone channel such as Z, or a part of a multi-part file; "
+                       "a lone channel reads as grey with alpha 1 (default: the first set)");
     command.add_option("--mode", options.mode,
                        "The colour notation, chosen through the panel's menu (and so stored "
                        "in the preferences): auto, percent, web, hsb, 8bpc, 10bpc, 16bpc, "

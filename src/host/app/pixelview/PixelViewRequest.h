@@ -39,6 +39,9 @@ struct PixelViewOptions {
     bool json = false;
     /// Colours in the text (terminal escape sequences).
     bool colour = false;
+    /// The channel set to read (a name that the image's channels make: "RGBA",
+    /// "diffuse", "Z"...); the image's first set when empty.
+    std::string channels;
     /// The plug-in library; the Info palette library of this build when empty.
     std::string plugin;
 };

@@ -21,7 +21,8 @@ void DisplayRows(const LayerImage& image, const std::optional<RectMask>& mask,
         image.WorkingRow(y, 0, image.width, row.data());
         if (mask) {
             for (int x = 0; x < image.width; ++x) {
-                row[static_cast<std::size_t>(x) * 4 + 3] *= MaskCoverage(*mask, x, y);
+                row[static_cast<std::size_t>(x) * 4 + 3] *=
+                    MaskCoverage(*mask, x + image.dataX, y + image.dataY);
             }
         }
         auto* line = reinterpret_cast<std::uint32_t*>(out.scanLine(y));

@@ -31,7 +31,7 @@ CanvasScene SceneMaker::Make(const Composition& composition, const DisplaySettin
         }
         still[layer.id] = kept;
         scene.layers.push_back(
-            {kept.pyramid, composition.Transform(layer.id), layer.values.opacity / 100.0});
+            {kept.pyramid, composition.PixelTransform(layer.id), layer.values.opacity / 100.0});
     }
     // Layers that are gone let go of their images.
     kept_ = std::move(still);

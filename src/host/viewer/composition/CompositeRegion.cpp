@@ -33,8 +33,11 @@ void Prepare(const DrawnLayer& layer, const PixelRect& rect, bool straight, Laye
                 p[2] *= alpha;
             }
             if (scaled) {
+                // The mask lies in the frame, where the pixels lie at dataX, dataY.
                 const float k =
-                    layer.opacity * (layer.mask ? MaskCoverage(*layer.mask, x, y) : 1.0f);
+                    layer.opacity * (layer.mask ? MaskCoverage(*layer.mask, x + layer.image->dataX,
+                                                               y + layer.image->dataY)
+                                                : 1.0f);
                 p[0] *= k;
                 p[1] *= k;
                 p[2] *= k;

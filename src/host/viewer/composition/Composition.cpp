@@ -24,7 +24,10 @@ void Composition::KeepPlacement(const Layer& layer) {
     Placement& placement = placements_[layer.id];
     placement.transform = LayerThroughCamera(layer, ActiveCamera(layers_), width_, height_);
     placement.inverse = placement.transform.Inverse();
-    placement.warp = LayerWarp(placement.transform);
+    placement.pixels = layer.image
+                           ? AfterMove(placement.transform, layer.image->dataX, layer.image->dataY)
+                           : placement.transform;
+    placement.warp = LayerWarp(placement.pixels);
 }
 
 void Composition::KeepPlacements() {
@@ -39,15 +42,42 @@ const Projective& Composition::Transform(int id) const noexcept {
     return found != placements_.end() ? found->second.transform : identity;
 }
 
+const Projective& Composition::PixelTransform(int id) const noexcept {
+    static const Projective identity;
+    const auto found = placements_.find(id);
+    return found != placements_.end() ? found->second.pixels : identity;
+}
+
+bool Composition::SetChannelSet(int id, int set) {
+    for (Layer& layer : layers_) {
+        if (layer.id != id || !layer.image || layer.image->set == set) {
+            continue;
+        }
+        layer.image = std::make_shared<const LayerImage>(WithChannelSet(*layer.image, set));
+        // A set of another part may lie elsewhere in the frame.
+        KeepPlacement(layer);
+        if (layer.Drawn()) {
+            Changed();
+        }
+        return true;
+    }
+    return false;
+}
+
 int Composition::AddImage(LayerImage image) {
+    if (image.frameWidth <= 0 || image.frameHeight <= 0) {
+        // An image made without a frame fills one of its own size.
+        image.frameWidth = image.width;
+        image.frameHeight = image.height;
+    }
     if (layers_.empty() || width_ == 0) {
-        width_ = image.width;
-        height_ = image.height;
+        width_ = image.frameWidth;
+        height_ = image.frameHeight;
     }
     Layer layer;
     layer.name = image.name;
     layer.kind = LayerKind::Visual;
-    layer.values.anchor = {image.width / 2.0, image.height / 2.0, 0};
+    layer.values.anchor = {image.frameWidth / 2.0, image.frameHeight / 2.0, 0};
     layer.values.position = {width_ / 2.0, height_ / 2.0, 0};
     layer.defaults = layer.values;
     layer.image = std::make_shared<const LayerImage>(std::move(image));

@@ -1,8 +1,9 @@
 // The viewer's composition: the opened images as layers, the newest on top, over a
 // transparent black background, and any cameras (which are not drawn; the top-most one
 // sees the 3-D layers in perspective). Layers may be hidden, deleted (and put back in their
-// place), and moved up and down the stack. The composition
-// takes the first image's size. Its pixels are the working values that the Info palette
+// place), and moved up and down the stack, and show another of their images' channel sets.
+// The composition is the first image's frame (its display window): composition pixel 0,0
+// is the frame's top-left pixel. Its pixels are the working values that the Info palette
 // reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
 // region of them, is composited from the layers' own pixels when it is asked for.
 #pragma once
@@ -58,8 +59,16 @@ public:
     /// Returns whether the order changed.
     bool Move(int id, std::size_t index);
     /// Where layer `id` is drawn: LayerThroughCamera of its current values and the active
-    /// camera, kept with them (the pointer's hit test asks for it at every move).
+    /// camera, kept with them (the pointer's hit test asks for it at every move). It
+    /// places the layer's frame.
     const Projective& Transform(int id) const noexcept;
+    /// Where layer `id`'s pixels are drawn: Transform after the move of the pixels' place
+    /// in the frame.
+    const Projective& PixelTransform(int id) const noexcept;
+    /// Shows channel set `set` of layer `id`'s image (an index of its SetNames()). Returns
+    /// whether the layer shows another set now; throws std::out_of_range for a set that
+    /// the image does not have.
+    bool SetChannelSet(int id, int set);
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
@@ -86,6 +95,7 @@ private:
     /// that the compositor takes its pixels by.
     struct Placement {
         Projective transform;
+        Projective pixels;
         std::optional<Projective> inverse;
         LayerWarp warp{Affine{}};
     };

@@ -105,8 +105,10 @@ struct Layer {
     bool HasPixels() const noexcept { return kind == LayerKind::Visual && image != nullptr; }
     /// Whether the layer's points have three components: a 3-D layer or a camera.
     bool ThreeD() const noexcept { return kind != LayerKind::Visual || values.threeD; }
-    int Width() const noexcept { return image ? image->width : 0; }
-    int Height() const noexcept { return image ? image->height : 0; }
+    /// The size of the layer's frame, which its transform places (its pixels may lie
+    /// inside it, around it or beside it).
+    int Width() const noexcept { return image ? image->frameWidth : 0; }
+    int Height() const noexcept { return image ? image->frameHeight : 0; }
 };
 
 /// The properties that `layer` has, in the dock's order.

@@ -38,16 +38,18 @@ void Convert(const LayerImage& image, int y, int x0, std::size_t count, float* o
 } // namespace
 
 std::size_t LayerImage::SampleBytes() const noexcept {
-    switch (samples) {
-    case SampleKind::Code8:
-        return 1;
-    case SampleKind::Code16:
-    case SampleKind::Half:
-        return 2;
-    case SampleKind::Float:
-        return 4;
+    return qzhost::pixelview::SampleBytes(samples);
+}
+
+std::vector<std::string> LayerImage::SetNames() const {
+    if (!channels) {
+        return {setName};
     }
-    return 4;
+    std::vector<std::string> names;
+    for (const ChannelSet& each : channels->sets) {
+        names.push_back(each.name);
+    }
+    return names;
 }
 
 void LayerImage::WorkingRow(int y, int x0, int x1, float* out) const noexcept {
@@ -87,6 +89,9 @@ LayerImage FloatImage(std::string name, int width, int height, const std::vector
     image.channelType = "float";
     image.width = width;
     image.height = height;
+    image.frameWidth = width;
+    image.frameHeight = height;
+    image.setName = "RGBA";
     image.depth = 2;
     image.samples = SampleKind::Float;
     const std::size_t count =
@@ -95,6 +100,86 @@ LayerImage FloatImage(std::string name, int width, int height, const std::vector
     std::memcpy(image.pixels.data(), rgba.data(), std::min(count, rgba.size()) * sizeof(float));
     return image;
 }
+
+LayerImage WithChannelSet(const LayerImage& image, int set) {
+    if (set == image.set) {
+        return image;
+    }
+    if (!image.channels || set < 0 || set >= static_cast<int>(image.channels->sets.size())) {
+        throw std::out_of_range("the image has no channel set " + std::to_string(set));
+    }
+    const ChannelSet& chosen = image.channels->sets[static_cast<std::size_t>(set)];
+    const ImageChannels::Part& part =
+        image.channels->parts.at(static_cast<std::size_t>(chosen.part));
+    LayerImage shown;
+    shown.path = image.path;
+    shown.name = image.name;
+    shown.format = image.format;
+    shown.channelType = part.channelType;
+    shown.width = part.width;
+    shown.height = part.height;
+    shown.dataX = part.dataX;
+    shown.dataY = part.dataY;
+    shown.frameWidth = image.frameWidth;
+    shown.frameHeight = image.frameHeight;
+    shown.setName = chosen.name;
+    shown.set = set;
+    shown.channels = image.channels;
+    shown.pixelAspect = image.pixelAspect;
+    shown.depth = part.depth;
+    shown.samples = part.samples;
+    shown.integerMax = part.integerMax;
+    const std::size_t pixels =
+        static_cast<std::size_t>(part.width) * static_cast<std::size_t>(part.height);
+    shown.pixels.resize(pixels * 4 * shown.SampleBytes());
+    qzhost::pixelview::PickSamplesRGBA(chosen, part.channels, part.samples, part.integerMax,
+                                       part.pixels.data(), pixels, shown.pixels.data());
+    return shown;
+}
+
+namespace {
+
+/// Reads every part of `image` with all its channels, `progress` going from 0 to 1 over
+/// them.
+std::shared_ptr<ImageChannels> ReadAllChannels(qzhost::pixelview::PixelViewImage& image,
+                                               const ReadProgress& progress) {
+    auto channels = std::make_shared<ImageChannels>();
+    channels->sets = image.Sets();
+    const int first_x = image.PartHeader(0).displayX;
+    const int first_y = image.PartHeader(0).displayY;
+    const auto parts = static_cast<int>(image.PartHeader(0).parts);
+    for (int p = 0; p < parts; ++p) {
+        const qzhost::pixelview::ImageFileHeader& header = image.PartHeader(p);
+        ImageChannels::Part part;
+        part.dataX = header.x0 - first_x;
+        part.dataY = header.y0 - first_y;
+        part.width = header.width;
+        part.height = header.height;
+        part.channels = header.channels;
+        part.samples = header.samples;
+        part.integerMax = header.integerMax;
+        part.depth = header.depth;
+        part.channelType = header.channelType;
+        const std::size_t row = static_cast<std::size_t>(part.width) *
+                                static_cast<std::size_t>(part.channels) *
+                                qzhost::pixelview::SampleBytes(part.samples);
+        part.pixels.resize(row * static_cast<std::size_t>(part.height));
+        image.ReadAllPartPixels(p, [&](double done) {
+            if (progress) {
+                progress((p + done) / parts);
+            }
+        });
+        for (int y = 0; y < part.height; y += kBand) {
+            const int rows = std::min(kBand, part.height - y);
+            image.ReadPartRows(p, header.y0 + y, rows,
+                               part.pixels.data() + static_cast<std::size_t>(y) * row);
+        }
+        channels->parts.push_back(std::move(part));
+    }
+    return channels;
+}
+
+} // namespace
 
 LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress) {
     try {
@@ -106,11 +191,22 @@ LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress)
         layer.channelType = image.ChannelType();
         layer.width = image.Width();
         layer.height = image.Height();
+        layer.dataX = image.X0() - image.DisplayX();
+        layer.dataY = image.Y0() - image.DisplayY();
+        layer.frameWidth = image.DisplayWidth();
+        layer.frameHeight = image.DisplayHeight();
+        layer.setName = image.Set().name;
         layer.pixelAspect = image.PixelAspect();
         layer.depth = image.ProjectDepth();
         layer.samples = image.Samples();
         layer.integerMax = image.IntegerMax();
         const std::size_t row = static_cast<std::size_t>(layer.width) * 4 * layer.SampleBytes();
+        if (image.Sets().size() > 1) {
+            // Every channel is kept; the first set is picked out of them.
+            layer.channels = ReadAllChannels(image, progress);
+            layer.set = -1;
+            return WithChannelSet(layer, 0);
+        }
         layer.pixels.resize(row * static_cast<std::size_t>(layer.height));
         image.ReadAllPixels(progress);
         for (int y = 0; y < layer.height; y += kBand) {

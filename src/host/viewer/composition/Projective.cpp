@@ -84,4 +84,15 @@ std::array<std::array<double, 2>, 4> Corners(const Projective& transform, int wi
     return corners;
 }
 
+Projective AfterMove(const Projective& transform, double dx, double dy) noexcept {
+    if (dx == 0 && dy == 0) {
+        return transform;
+    }
+    Projective moved = transform;
+    for (auto& row : moved.m) {
+        row[2] += row[0] * dx + row[1] * dy;
+    }
+    return moved;
+}
+
 } // namespace qzview

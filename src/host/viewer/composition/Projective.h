@@ -33,6 +33,10 @@ struct Projective {
     bool operator==(const Projective&) const = default;
 };
 
+/// `transform` after a move by `dx`, `dy`: where a point at u, v of an image whose pixel
+/// 0,0 lies at dx, dy of the layer goes. The same transform when the move is 0, 0.
+Projective AfterMove(const Projective& transform, double dx, double dy) noexcept;
+
 /// The corners of a `width` x `height` layer placed by `transform`, in the composition:
 /// top-left, top-right, bottom-right, bottom-left. A corner at or behind the camera has
 /// no place in the composition: its coordinates are NaN.
