@@ -2,7 +2,11 @@
 # Makes the sample images that `qzhost inspect` shows when it is given no image:
 #   samples/chart.exr  an HDR colour chart, half float RGBA: primaries and secondaries,
 #                      a grey ramp, over-range colours, negative values and partial alpha;
-#   samples/chart.png  the same chart in 8 bits per channel, RGB, clamped to 0-1.
+#   samples/chart.png  the same chart in 8 bits per channel, RGB, clamped to 0-1;
+#   samples/aovs.exr   a render as a compositor gets it: the chart as the beauty pass
+#                      (R, G, B, A) with a diffuse and a specular pass (diffuse.R...,
+#                      specular.R...) and a depth channel (Z, 1 at the left to 100 at the
+#                      right), its pixels at 10,10 of a 260 by 180 frame.
 # Six columns by four rows of 40 by 40 pixel patches (240 by 160 pixels); the patch in
 # column c, row r covers x 40c to 40c+39 and y 40r to 40r+39.
 # The files carry no program text and a fixed date (oiiotool writes the current one
@@ -39,4 +43,10 @@ oiiotool --nosoftwareattrib --create 240x160 4 "${fills[@]}" \
   --attrib DateTime "$date" -d half --compression zip -o "$out/chart.exr"
 oiiotool --nosoftwareattrib "$out/chart.exr" --ch R,G,B --clamp:min=0:max=1 \
   --attrib DateTime "$date" -d uint8 -o "$out/chart.png"
-echo "make_samples: wrote $out/chart.exr and $out/chart.png"
+oiiotool --nosoftwareattrib "$out/chart.exr" --ch R,G,B,A \
+  "$out/chart.exr" --ch R,G,B --mulc 0.6 --chnames diffuse.R,diffuse.G,diffuse.B --chappend \
+  "$out/chart.exr" --ch R,G,B --mulc 0.4 --chnames specular.R,specular.G,specular.B --chappend \
+  --pattern fill:left=1:right=100 240x160 1 --chnames Z --chappend \
+  --origin +10+10 --fullsize 260x180+0+0 \
+  --attrib DateTime "$date" -d half --compression zip -o "$out/aovs.exr"
+echo "make_samples: wrote $out/chart.exr, $out/chart.png and $out/aovs.exr"

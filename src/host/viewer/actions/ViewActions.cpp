@@ -1,5 +1,6 @@
 #include "ViewActions.h"
 
+#include <QActionGroup>
 #include <QDoubleSpinBox>
 
 #include "canvas/CanvasView.h"
@@ -35,6 +36,22 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
              menu_->addAction(tr("&Clear Origin"), this, &ViewActions::originCleared));
     clearOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
 
+    menu_->addSeparator();
+    channels_ = menu_->addMenu(tr("C&hannels"));
+    channels_->setObjectName(QStringLiteral("channelsMenu"));
+    channels_->setToolTip(tr("The channel set of the selected layer's image that is shown and "
+                             "read: RGBA, a layer such as diffuse, a lone channel such as Z"));
+    channelSets_ = new QActionGroup(this);
+    channelSets_->setExclusive(true);
+    nextChannels_ = Keep(QStringLiteral("NextChannels"), new QAction(tr("&Next Channels"), this));
+    nextChannels_->setShortcut(QKeySequence(Qt::Key_PageDown));
+    connect(nextChannels_, &QAction::triggered, this, [this] { emit channelSetStepped(1); });
+    previousChannels_ =
+        Keep(QStringLiteral("PreviousChannels"), new QAction(tr("&Previous Channels"), this));
+    previousChannels_->setShortcut(QKeySequence(Qt::Key_PageUp));
+    connect(previousChannels_, &QAction::triggered, this, [this] { emit channelSetStepped(-1); });
+    ShowChannelSets({}, -1);
+
     // Made for the window; the toolbar that shows it becomes its parent.
     exposure_ = new QDoubleSpinBox(&window);
     exposure_->setObjectName(QStringLiteral("exposure"));
@@ -48,6 +65,30 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
 
 void ViewActions::SetPointerKnown(bool known) {
     setOrigin_->setEnabled(known);
+}
+
+void ViewActions::ShowChannelSets(const std::vector<std::string>& names, int shown) {
+    for (QAction* action : channelSets_->actions()) {
+        channelSets_->removeAction(action);
+        delete action;
+    }
+    channels_->clear();
+    for (std::size_t set = 0; set < names.size(); ++set) {
+        QAction* action = channels_->addAction(QString::fromStdString(names[set]));
+        action->setCheckable(true);
+        action->setChecked(static_cast<int>(set) == shown);
+        action->setActionGroup(channelSets_);
+        const int index = static_cast<int>(set);
+        connect(action, &QAction::triggered, this, [this, index] { emit channelSetChosen(index); });
+    }
+    if (names.empty()) {
+        channels_->addAction(tr("No layer with pixels selected"))->setEnabled(false);
+    }
+    channels_->addSeparator();
+    channels_->addAction(nextChannels_);
+    channels_->addAction(previousChannels_);
+    nextChannels_->setEnabled(names.size() > 1);
+    previousChannels_->setEnabled(names.size() > 1);
 }
 
 } // namespace qzview

@@ -1,11 +1,16 @@
 // The View menu: the zoom steps of the canvas, and the origin of X', Y' set at the pointer's
-// last place on the canvas (disabled until the pointer has been there) or cleared; and the exposure
-// box of the View toolbar, for float images on the display.
+// last place on the canvas (disabled until the pointer has been there) or cleared; the channel
+// sets of the selected layer's image, one of which it shows (Page Down and Page Up step
+// through them); and the exposure box of the View toolbar, for float images on the display.
 #pragma once
+
+#include <string>
+#include <vector>
 
 #include "ActionSet.h"
 #include "canvas/CanvasMapping.h"
 
+class QActionGroup;
 class QDoubleSpinBox;
 
 namespace qzview {
@@ -25,7 +30,15 @@ public:
     /// place to take.
     void SetPointerKnown(bool known);
 
+    /// The selected layer's channel sets and the one it shows (none: no layer with pixels
+    /// is selected).
+    void ShowChannelSets(const std::vector<std::string>& names, int shown);
+
 signals:
+    /// A channel set of the selected layer was chosen by its place in the list.
+    void channelSetChosen(int set);
+    /// Next Channels (1) or Previous Channels (-1).
+    void channelSetStepped(int steps);
     /// Set Origin at Pointer: the origin is to be set at the pointer's last place on the
     /// canvas.
     void originAtPointer();
@@ -35,6 +48,10 @@ signals:
 private:
     QDoubleSpinBox* exposure_ = nullptr;
     QAction* setOrigin_ = nullptr;
+    QMenu* channels_ = nullptr;
+    QActionGroup* channelSets_ = nullptr;
+    QAction* nextChannels_ = nullptr;
+    QAction* previousChannels_ = nullptr;
 };
 
 } // namespace qzview

@@ -136,9 +136,12 @@ void InfoFeed::ShowHoverText(const Layer* hovered) {
         return;
     }
     const LayerImage& image = *hovered->image;
-    ShowTextLines(hint, hovered->name,
-                  image.format + " " + image.channelType + ", " + std::to_string(image.width) +
-                      " x " + std::to_string(image.height));
+    // The layer's name with the channel set it shows, when its image has several.
+    const std::string name =
+        image.channels ? hovered->name + " [" + image.setName + "]" : hovered->name;
+    ShowTextLines(hint, name,
+                  image.format + " " + image.channelType + ", " + std::to_string(image.frameWidth) +
+                      " x " + std::to_string(image.frameHeight));
 }
 
 void InfoFeed::ShowTextLines(const std::string& a, const std::string& b, const std::string& c) {

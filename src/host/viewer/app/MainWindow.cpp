@@ -165,6 +165,13 @@ void MainWindow::ConnectEditor() {
         FollowSelection();
         frames_.Schedule();
     });
+    // Another channel set (shown at the next frame, as any change of the layers): the text
+    // lines name it.
+    connect(editor_, &LayerEditor::channelSetChanged, this, [this] {
+        if (!editor_->Dragging()) {
+            info_->ShowHover();
+        }
+    });
     connect(editor_, &LayerEditor::readoutMade, &frames_, &FramePacer::Schedule);
     connect(editor_, &LayerEditor::readoutMade, info_, &InfoFeed::LinesTaken);
 }
@@ -198,6 +205,7 @@ void MainWindow::BuildDocks() {
     connect(panel, &LayerPropertiesPanel::editFinished, editor_, &LayerEditor::EndEdit);
     connect(panel, &LayerPropertiesPanel::typed, editor_, &LayerEditor::Type);
     connect(panel, &LayerPropertiesPanel::threeDToggled, editor_, &LayerEditor::SetThreeD);
+    connect(panel, &LayerPropertiesPanel::channelSetChosen, editor_, &LayerEditor::SetChannelSet);
 }
 
 void MainWindow::BuildMenus() {
@@ -205,6 +213,9 @@ void MainWindow::BuildMenus() {
     connect(file, &FileActions::openChosen, this,
             [this](const QString& path) { OpenInBackground(path.toStdString()); });
     viewActions_ = new ViewActions(*canvas_, *this);
+    connect(viewActions_, &ViewActions::channelSetChosen, editor_,
+            [this](int set) { editor_->SetChannelSet(editor_->Selected(), set); });
+    connect(viewActions_, &ViewActions::channelSetStepped, editor_, &LayerEditor::StepChannelSet);
     connect(viewActions_, &ViewActions::originAtPointer, this, [this] {
         if (info_->Pointer()) {
             SetOrigin(*info_->Pointer());
@@ -275,6 +286,11 @@ void MainWindow::OnLayerValues(int layer) {
 void MainWindow::ShowSelectedValues() {
     const Layer* selected = editor_->SelectedLayer();
     layersDock_->Panel().ShowLayer(selected);
+    if (selected != nullptr && selected->image) {
+        viewActions_->ShowChannelSets(selected->image->SetNames(), selected->image->set);
+    } else {
+        viewActions_->ShowChannelSets({}, -1);
+    }
     canvas_->SetOutline(LayerOutlineOf(composition_, selected));
 }
 

@@ -1,7 +1,9 @@
 #include "LayerPropertiesPanel.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -73,6 +75,21 @@ LayerPropertiesPanel::LayerPropertiesPanel(QWidget* parent) : QWidget(parent) {
         }
     });
     layout->addWidget(threeD_);
+    auto* channels_row = new QHBoxLayout;
+    auto* channels_label = new QLabel(tr("Channels:"), this);
+    channels_ = new QComboBox(this);
+    channels_->setObjectName(QStringLiteral("channelSet"));
+    channels_->setToolTip(tr("The channel set of the image that the layer shows and the Info "
+                             "panel reads (Page Down, Page Up: the next, the previous)"));
+    channels_label->setBuddy(channels_);
+    channels_row->addWidget(channels_label);
+    channels_row->addWidget(channels_, 1);
+    layout->addLayout(channels_row);
+    connect(channels_, &QComboBox::activated, this, [this](int set) {
+        if (layerId_ != 0) {
+            emit channelSetChosen(layerId_, set);
+        }
+    });
     rows_ = new QWidget(this);
     grid_ = new QGridLayout(rows_);
     grid_->setContentsMargins(0, 4, 0, 0);
@@ -234,6 +251,8 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         const QSignalBlocker quiet(threeD_);
         threeD_->setChecked(false);
         threeD_->setEnabled(false);
+        channels_->clear();
+        channels_->setEnabled(false);
         return;
     }
     std::vector<Property> properties = PropertiesOf(*layer);
@@ -253,6 +272,17 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         const QSignalBlocker quiet(threeD_);
         threeD_->setEnabled(layer->kind == LayerKind::Visual);
         threeD_->setChecked(layer->ThreeD());
+    }
+    {
+        const QSignalBlocker quiet(channels_);
+        channels_->clear();
+        if (layer->image) {
+            for (const std::string& name : layer->image->SetNames()) {
+                channels_->addItem(QString::fromStdString(name));
+            }
+            channels_->setCurrentIndex(layer->image->set);
+        }
+        channels_->setEnabled(channels_->count() > 1);
     }
     for (const auto& [property, fields] : fields_) {
         const PropertyValue value = GetProperty(layer->values, property);

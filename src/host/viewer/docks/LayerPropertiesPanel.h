@@ -18,6 +18,7 @@
 #include "composition/Layer.h"
 
 class QCheckBox;
+class QComboBox;
 class QGridLayout;
 class QLabel;
 class QTimer;
@@ -60,6 +61,8 @@ signals:
     void typed(int layer, qzview::Property property, qzview::PropertyValue value);
     /// The 3-D switch was turned.
     void threeDToggled(int layer, bool on);
+    /// Another channel set of the layer's image was chosen (its place in the list).
+    void channelSetChosen(int layer, int set);
     /// A typed value was brought into its property's range; `note` says so.
     void noted(const QString& note);
 
@@ -76,6 +79,7 @@ private:
 
     QLabel* title_ = nullptr;
     QCheckBox* threeD_ = nullptr;
+    QComboBox* channels_ = nullptr;
     QWidget* rows_ = nullptr;
     QGridLayout* grid_ = nullptr;
     int layerId_ = 0;

@@ -17,8 +17,8 @@ std::vector<ProjectRow> ProjectRows(const Composition& composition) {
         rows.push_back({layer.id,
                         QStringLiteral("%1    %2 x %3  %4 %5")
                             .arg(QString::fromStdString(layer.name))
-                            .arg(image.width)
-                            .arg(image.height)
+                            .arg(image.frameWidth)
+                            .arg(image.frameHeight)
                             .arg(QString::fromStdString(image.format))
                             .arg(QString::fromStdString(image.channelType)),
                         true, layer.visible});

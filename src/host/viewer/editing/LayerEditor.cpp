@@ -251,6 +251,36 @@ void LayerEditor::Forget(int layer) {
     }
 }
 
+void LayerEditor::SetChannelSet(int layer, int set) {
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr || !found->image || found->image->set == set) {
+        return;
+    }
+    const std::vector<std::string> names = found->image->SetNames();
+    if (set < 0 || set >= static_cast<int>(names.size())) {
+        return;
+    }
+    const auto show = [this, layer](int shown) {
+        composition_.SetChannelSet(layer, shown);
+        emit layersChanged();
+        emit channelSetChanged(layer);
+    };
+    const int before = found->image->set;
+    history_.push(new LayerListEdit(
+        tr("Channels: %1").arg(QString::fromStdString(names[static_cast<std::size_t>(set)])),
+        [show, set] { show(set); }, [show, before] { show(before); }));
+}
+
+void LayerEditor::StepChannelSet(int steps) {
+    const Layer* layer = SelectedLayer();
+    if (layer == nullptr || !layer->image) {
+        return;
+    }
+    const auto count = static_cast<int>(layer->image->SetNames().size());
+    const int next = ((layer->image->set + steps) % count + count) % count;
+    SetChannelSet(layer->id, next);
+}
+
 void LayerEditor::SetVisible(int layer, bool visible) {
     const Layer* found = composition_.Find(layer);
     if (found == nullptr || found->visible == visible) {

@@ -71,6 +71,12 @@ public:
     /// Adds a camera and selects it.
     void AddCamera();
 
+    /// Shows channel set `set` (an index of its image's SetNames()) of layer `layer`, as one
+    /// step of the history.
+    void SetChannelSet(int layer, int set);
+    /// Shows the selected layer's next (`steps` > 0) or previous channel set, going round.
+    void StepChannelSet(int steps);
+
     /// Hides or shows layer `layer` ("Hide Layer", "Show Layer").
     void SetVisible(int layer, bool visible);
     /// Deletes the selected layer; undoing it puts the layer back in its place, with its id
@@ -96,6 +102,8 @@ signals:
     void selectionChanged(int layer);
     /// A layer was added, deleted, put back, moved, hidden or shown.
     void layersChanged();
+    /// Layer `layer` shows another channel set.
+    void channelSetChanged(int layer);
     /// The Info palette was given a property readout.
     void readoutMade();
 

@@ -1,0 +1,206 @@
+// Images as compositors write them, in the viewer: a frame with the pixels at a rectangle
+// of their own (transparent around them, readable beyond the frame), and several channel
+// sets of which a layer shows one, chosen in the View menu, with Page Down and Page Up, or
+// in the Layer Properties dock.
+#include <QAction>
+#include <QComboBox>
+#include <QMenu>
+
+#include <OpenImageIO/imageio.h>
+
+#include "ViewerHarness.h"
+#include "actions/ViewActions.h"
+#include "composition/Composition.h"
+#include "editing/LayerEditor.h"
+
+namespace qzviewtest {
+namespace {
+
+using qzview::WorkingPixel;
+
+/// Writes a half-float OpenEXR file of `channels`, its pixels at `x0`, `y0` (`width` x
+/// `height` of them) in a frame of `frame_width` x `frame_height` at 0,0; channel c of
+/// pixel x, y holds (x + 2 y) / 64 + c / 8 (exact in half floats for the sizes here).
+void WriteExr(const std::string& path, const std::vector<std::string>& channels, int x0, int y0,
+              int width, int height, int frame_width, int frame_height) {
+    OIIO::ImageSpec header(width, height, static_cast<int>(channels.size()), OIIO::TypeDesc::HALF);
+    header.x = x0;
+    header.y = y0;
+    header.full_x = 0;
+    header.full_y = 0;
+    header.full_width = frame_width;
+    header.full_height = frame_height;
+    header.channelnames = channels;
+    std::vector<float> values;
+    for (int y = y0; y < y0 + height; ++y) {
+        for (int x = x0; x < x0 + width; ++x) {
+            for (std::size_t c = 0; c < channels.size(); ++c) {
+                values.push_back(static_cast<float>((x + 2 * y) / 64.0 + c / 8.0));
+            }
+        }
+    }
+    auto out = OIIO::ImageOutput::create(path);
+    ASSERT_TRUE(out && out->open(path, header)) << OIIO::geterror();
+    ASSERT_TRUE(out->write_image(OIIO::TypeDesc::FLOAT, values.data())) << out->geterror();
+    ASSERT_TRUE(out->close());
+}
+
+/// Channel `name` of pixel x, y as the file stores it.
+float Stored(const std::string& path, int x, int y, const std::string& name) {
+    auto in = OIIO::ImageInput::open(path);
+    EXPECT_TRUE(in) << OIIO::geterror();
+    if (!in) {
+        return -1;
+    }
+    const OIIO::ImageSpec& header = in->spec();
+    std::vector<float> row(static_cast<std::size_t>(header.width * header.nchannels));
+    EXPECT_TRUE(in->read_scanline(y, 0, OIIO::TypeDesc::FLOAT, row.data()));
+    const int c = header.channelindex(name);
+    EXPECT_GE(c, 0) << name;
+    return row[static_cast<std::size_t>((x - header.x) * header.nchannels + c)];
+}
+
+class ChannelSetTest : public ViewerHarness {
+protected:
+    std::string File(const char* name) const { return (folder_.Path() / name).string(); }
+
+    QAction* ViewAction(const char* name) {
+        for (auto* set : Window().findChildren<qzview::ViewActions*>()) {
+            if (QAction* action = set->actions().value(QString::fromLatin1(name))) {
+                return action;
+            }
+        }
+        return nullptr;
+    }
+    /// The entries of View > Channels that name sets, and the checked one.
+    std::vector<std::string> MenuSets(std::string* checked = nullptr) {
+        std::vector<std::string> names;
+        auto* menu = Window().findChild<QMenu*>("channelsMenu");
+        EXPECT_NE(menu, nullptr);
+        for (QAction* action : menu->actions()) {
+            if (action->isCheckable()) {
+                names.push_back(action->text().toStdString());
+                if (checked != nullptr && action->isChecked()) {
+                    *checked = names.back();
+                }
+            }
+        }
+        return names;
+    }
+    const qzview::Layer& Top() { return Window().Comp().Layers().back(); }
+};
+
+TEST_F(ChannelSetTest, TheCompositionIsTheFrameAndAroundThePixelsIsTransparent) {
+    const std::string path = File("framed.exr");
+    WriteExr(path, {"R", "G", "B", "A"}, 10, 20, 64, 48, 100, 80);
+    StartWith({qzview::ReadLayerImage(path)});
+    const qzview::Composition& comp = Window().Comp();
+    EXPECT_EQ(comp.Width(), 100);
+    EXPECT_EQ(comp.Height(), 80);
+    // The frame's centre is the layer's anchor: the frame covers the composition exactly.
+    EXPECT_EQ(Top().values.anchor, (qzview::PropertyValue{50, 40, 0}));
+    EXPECT_EQ(comp.PixelAt(5, 5), (WorkingPixel{0, 0, 0, 0}));
+    EXPECT_EQ(comp.PixelAt(74, 20), (WorkingPixel{0, 0, 0, 0}));
+    EXPECT_EQ(comp.PixelAt(10, 20),
+              (WorkingPixel{Stored(path, 10, 20, "R"), Stored(path, 10, 20, "G"),
+                            Stored(path, 10, 20, "B"), Stored(path, 10, 20, "A")}));
+    EXPECT_EQ(comp.PixelAt(73, 67)[0], Stored(path, 73, 67, "R"));
+    // The panel reads the same at the pointer, X and Y in the frame.
+    MoveOver(Over(10.5, 20.5));
+    const auto snapshot = Snapshot();
+    EXPECT_EQ(Text(snapshot, 7), FourDecimals(Stored(path, 10, 20, "R")));
+    EXPECT_EQ(Text(snapshot, 15), "10");
+    EXPECT_EQ(Text(snapshot, 16), "20");
+}
+
+TEST_F(ChannelSetTest, PixelsBeyondTheFrameAreReadWhereTheLayerLiesOverTheComposition) {
+    const std::string base = File("base.exr");
+    const std::string overscan = File("overscan.exr");
+    WriteExr(base, {"R", "G", "B", "A"}, 0, 0, 100, 80, 100, 80);
+    // Pixels 4 beyond a 32 x 22 frame on every side.
+    WriteExr(overscan, {"R", "G", "B"}, -4, -4, 40, 30, 32, 22);
+    StartWith({qzview::ReadLayerImage(base), qzview::ReadLayerImage(overscan)});
+    // Centred by its frame: the frame's corner lies at 34, 29, its pixel -4, -4 at 30, 25.
+    const WorkingPixel corner = Window().Comp().PixelAt(30, 25);
+    EXPECT_EQ(corner, (WorkingPixel{Stored(overscan, -4, -4, "R"), Stored(overscan, -4, -4, "G"),
+                                    Stored(overscan, -4, -4, "B"), 1.0f}));
+    // Its handles and hit test follow the frame.
+    EXPECT_EQ(Window().Comp().LayerAt(34.5, 29.5), &Top());
+    EXPECT_EQ(Window().Comp().LayerAt(30.5, 25.5), &Window().Comp().Layers().front());
+}
+
+TEST_F(ChannelSetTest, TheViewMenuListsTheSetsAndPageDownStepsThroughThem) {
+    const std::string path = File("aov.exr");
+    WriteExr(path, {"R", "G", "B", "A", "diffuse.R", "diffuse.G", "diffuse.B", "Z"}, 0, 0, 16, 12,
+             16, 12);
+    StartWith({qzview::ReadLayerImage(path)});
+    std::string checked;
+    EXPECT_EQ(MenuSets(&checked), (std::vector<std::string>{"RGBA", "diffuse", "Z"}));
+    EXPECT_EQ(checked, "RGBA");
+    EXPECT_EQ(Window().Comp().PixelAt(3, 2)[0], Stored(path, 3, 2, "R"));
+    MoveOver(Over(3.5, 2.5));
+
+    QAction* next = ViewAction("NextChannels");
+    ASSERT_NE(next, nullptr);
+    EXPECT_EQ(next->shortcut(), QKeySequence(Qt::Key_PageDown));
+    next->trigger();
+    Settle();
+    EXPECT_EQ(Top().image->setName, "diffuse");
+    // The prefix has no alpha of its own: it takes the image's.
+    EXPECT_EQ(Window().Comp().PixelAt(3, 2),
+              (WorkingPixel{Stored(path, 3, 2, "diffuse.R"), Stored(path, 3, 2, "diffuse.G"),
+                            Stored(path, 3, 2, "diffuse.B"), Stored(path, 3, 2, "A")}));
+    // The panel reads it at once under the still pointer, and the lines name it.
+    EXPECT_EQ(Text(Snapshot(), 7), FourDecimals(Stored(path, 3, 2, "diffuse.R")));
+    EXPECT_EQ(Lines().at(1), "aov.exr [diffuse]");
+    MenuSets(&checked);
+    EXPECT_EQ(checked, "diffuse");
+    auto* combo = Window().findChild<QComboBox*>("channelSet");
+    ASSERT_NE(combo, nullptr);
+    EXPECT_EQ(combo->currentText().toStdString(), "diffuse");
+
+    next->trigger();
+    Settle();
+    // A lone channel is grey with alpha 1.
+    const float z = Stored(path, 3, 2, "Z");
+    EXPECT_EQ(Window().Comp().PixelAt(3, 2), (WorkingPixel{z, z, z, 1.0f}));
+    // Going round: the next after the last is the first; Page Up goes back.
+    next->trigger();
+    Settle();
+    EXPECT_EQ(Top().image->setName, "RGBA");
+    ViewAction("PreviousChannels")->trigger();
+    Settle();
+    EXPECT_EQ(Top().image->setName, "Z");
+}
+
+TEST_F(ChannelSetTest, AChoiceInTheDockOrTheMenuIsOneStepOfTheHistory) {
+    const std::string path = File("aov.exr");
+    WriteExr(path, {"R", "G", "B", "A", "diffuse.R", "diffuse.G", "diffuse.B", "Z"}, 0, 0, 16, 12,
+             16, 12);
+    StartWith({qzview::ReadLayerImage(path)});
+    auto* combo = Window().findChild<QComboBox*>("channelSet");
+    ASSERT_NE(combo, nullptr);
+    EXPECT_TRUE(combo->isEnabled());
+    EXPECT_EQ(combo->count(), 3);
+    combo->setCurrentIndex(2);
+    emit combo->activated(2);
+    Settle();
+    EXPECT_EQ(Top().image->setName, "Z");
+    EXPECT_EQ(Window().Editor().History().undoText().toStdString(), "Channels: Z");
+    Window().Editor().History().undo();
+    Settle();
+    EXPECT_EQ(Top().image->setName, "RGBA");
+    EXPECT_EQ(combo->currentText().toStdString(), "RGBA");
+    EXPECT_EQ(Window().Comp().PixelAt(3, 2)[3], Stored(path, 3, 2, "A"));
+}
+
+TEST_F(ChannelSetTest, AnImageOfOneSetOffersNoOther) {
+    Start({"chart.exr"});
+    std::string checked;
+    EXPECT_EQ(MenuSets(&checked), (std::vector<std::string>{"RGBA"}));
+    EXPECT_FALSE(ViewAction("NextChannels")->isEnabled());
+    EXPECT_FALSE(Window().findChild<QComboBox*>("channelSet")->isEnabled());
+}
+
+} // namespace
+} // namespace qzviewtest
