@@ -194,6 +194,43 @@ TEST_F(ChannelSetTest, AChoiceInTheDockOrTheMenuIsOneStepOfTheHistory) {
     EXPECT_EQ(Window().Comp().PixelAt(3, 2)[3], Stored(path, 3, 2, "A"));
 }
 
+TEST_F(ChannelSetTest, APartOfAMultiPartFileShowsItsOwnPixelsAtTheirPlace) {
+    const std::string path = File("parts.exr");
+    OIIO::ImageSpec beauty(20, 10, 4, OIIO::TypeDesc::HALF);
+    beauty.channelnames = {"R", "G", "B", "A"};
+    beauty.attribute("oiio:subimagename", "beauty");
+    // The second part's pixels cover 6 x 4 at 8, 3 of the same 20 x 10 frame.
+    OIIO::ImageSpec matte(6, 4, 1, OIIO::TypeDesc::HALF);
+    matte.x = 8;
+    matte.y = 3;
+    matte.full_width = 20;
+    matte.full_height = 10;
+    matte.channelnames = {"Y"};
+    matte.attribute("oiio:subimagename", "matte");
+    {
+        auto out = OIIO::ImageOutput::create(path);
+        const OIIO::ImageSpec parts[] = {beauty, matte};
+        ASSERT_TRUE(out && out->open(path, 2, parts)) << OIIO::geterror();
+        std::vector<float> ones(20 * 10 * 4, 1.0f);
+        ASSERT_TRUE(out->write_image(OIIO::TypeDesc::FLOAT, ones.data()));
+        ASSERT_TRUE(out->open(path, matte, OIIO::ImageOutput::AppendSubimage)) << out->geterror();
+        std::vector<float> quarter(6 * 4, 0.25f);
+        ASSERT_TRUE(out->write_image(OIIO::TypeDesc::FLOAT, quarter.data()));
+        ASSERT_TRUE(out->close());
+    }
+    StartWith({qzview::ReadLayerImage(path)});
+    EXPECT_EQ(MenuSets(), (std::vector<std::string>{"beauty", "matte"}));
+    ViewAction("NextChannels")->trigger();
+    Settle();
+    const qzview::Composition& comp = Window().Comp();
+    // Grey with its part's own alpha (none: 1), at the part's rectangle; nothing around it.
+    EXPECT_EQ(comp.PixelAt(8, 3), (WorkingPixel{0.25f, 0.25f, 0.25f, 1.0f}));
+    EXPECT_EQ(comp.PixelAt(13, 6), (WorkingPixel{0.25f, 0.25f, 0.25f, 1.0f}));
+    EXPECT_EQ(comp.PixelAt(7, 3), (WorkingPixel{0, 0, 0, 0}));
+    EXPECT_EQ(comp.PixelAt(14, 6), (WorkingPixel{0, 0, 0, 0}));
+    EXPECT_EQ(Top().image->width, 6);
+}
+
 TEST_F(ChannelSetTest, AnImageOfOneSetOffersNoOther) {
     Start({"chart.exr"});
     std::string checked;
