@@ -2,8 +2,8 @@
 // transparent black background, and any cameras (which are not drawn; the top-most one
 // sees the 3-D layers in perspective). Layers may be hidden, deleted (and put back in their
 // place), and moved up and down the stack. The composition
-// takes the first image's size. Its pixels are the working values that the Info palette
-// reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
+// takes the first image's size and pixel aspect. Its pixels are the working values that the Info
+// palette reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
 // region of them, is composited from the layers' own pixels when it is asked for.
 #pragma once
 
@@ -63,6 +63,8 @@ public:
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
+    /// How many times wider than tall the composition's pixels are shown.
+    double PixelAspect() const noexcept { return pixelAspect_; }
 
     /// Counts the changes to what the composition shows (a layer added, removed, moved,
     /// hidden or shown, new values), so
@@ -97,6 +99,7 @@ private:
     int nextId_ = 1;
     int width_ = 0;
     int height_ = 0;
+    double pixelAspect_ = 1.0;
     std::uint64_t generation_ = 0;
     mutable std::shared_ptr<const CompositionSnapshot> snapshot_;
 };
