@@ -219,11 +219,24 @@ qzview::Composition TwoPlates(double below, double above) {
     return composition;
 }
 
+/// The top layer of TwoPlates(below, above) is placed by its aspects, turn and scale:
+/// Kc^-1 R S Kl.
+void ExpectTopPlacedByItsAspects(const qzview::Composition& composition, double below,
+                                 double above) {
+    const qzview::Projective& m = composition.Transform(composition.Layers().back().id);
+    const double r = 31 * std::numbers::pi / 180.0;
+    EXPECT_NEAR(m.m[0][0], std::cos(r) * 0.9 * above / below, 1e-12);
+    EXPECT_NEAR(m.m[1][0], std::sin(r) * 0.9 * above, 1e-12);
+    EXPECT_NEAR(m.m[0][1], -std::sin(r) * 1.15 / below, 1e-12);
+    EXPECT_NEAR(m.m[1][1], std::cos(r) * 1.15, 1e-12);
+}
+
 TEST(PixelAspectTransformTest, ASquareLayerOverAnAnamorphicCompositionIsItsExactWarp) {
     const qzview::Composition square = TwoPlates(1.0, 1.0);
     for (const double aspect : {2.0, 0.5}) {
         const qzview::Composition composition = TwoPlates(aspect, 1.0);
         ASSERT_EQ(composition.PixelAspect(), aspect);
+        ExpectTopPlacedByItsAspects(composition, aspect, 1.0);
         const int changed = ExpectExactAndCountChanges(composition, square,
                                                        "square over " + std::to_string(aspect));
         EXPECT_GE(changed, 1000) << "the top layer is drawn otherwise than on square pixels";
@@ -235,12 +248,15 @@ TEST(PixelAspectTransformTest, AnAnamorphicLayerOverASquareCompositionIsItsExact
     for (const double aspect : {2.0, 0.5}) {
         const qzview::Composition composition = TwoPlates(1.0, aspect);
         ASSERT_EQ(composition.PixelAspect(), 1.0);
+        ExpectTopPlacedByItsAspects(composition, 1.0, aspect);
         const int changed = ExpectExactAndCountChanges(composition, square,
                                                        std::to_string(aspect) + " over square");
         EXPECT_GE(changed, 1000) << "the top layer is drawn otherwise than with square pixels";
     }
     // Wide pixels over wide ones, turned.
-    ExpectExactAndCountChanges(TwoPlates(2.0, 2.0), square, "wide over wide");
+    const qzview::Composition wide = TwoPlates(2.0, 2.0);
+    ExpectTopPlacedByItsAspects(wide, 2.0, 2.0);
+    ExpectExactAndCountChanges(wide, square, "wide over wide");
 }
 
 } // namespace
