@@ -11,7 +11,7 @@
 #include "editing/LayerDrag.h"
 #include "editing/LayerHandles.h"
 
-namespace qzviewtest {
+namespace qzviewtest::aspectedit {
 namespace {
 
 using qzview::Property;
@@ -193,4 +193,4 @@ TEST(PixelAspectDragTest, TheTrackballAndTheTurnAboutZMeasureThePointerAsDrawn) 
 }
 
 } // namespace
-} // namespace qzviewtest
+} // namespace qzviewtest::aspectedit

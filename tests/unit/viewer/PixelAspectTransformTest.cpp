@@ -14,7 +14,7 @@
 #include "ReferenceComposite.h"
 #include "composition/Composition.h"
 
-namespace qzviewtest {
+namespace qzviewtest::aspect {
 namespace {
 
 /// Rows of a 3 x 3 matrix acting on column vectors (x, y, 1).
@@ -260,4 +260,4 @@ TEST(PixelAspectTransformTest, AnAnamorphicLayerOverASquareCompositionIsItsExact
 }
 
 } // namespace
-} // namespace qzviewtest
+} // namespace qzviewtest::aspect

@@ -21,24 +21,23 @@ double Along(double s, int origin, double scale) noexcept {
     return (s - origin) / scale;
 }
 
-int FloorToInt(double v) noexcept {
-    return static_cast<int>(std::floor(v));
-}
-
-int CeilToInt(double v) noexcept {
-    return static_cast<int>(std::ceil(v));
+/// The whole composition pixel at composition position `p` along one axis.
+int PixelOf(double p) noexcept {
+    return static_cast<int>(std::floor(p));
 }
 
 /// The composition pixels that screen pixel `s` shows along one axis (ColumnsAt).
-std::pair<int, int> Span(int s, int origin, double scale) noexcept {
+std::pair<int, int> ShownPixels(int s, int origin, double scale) noexcept {
     if (scale >= 1.0) {
-        const int p = FloorToInt(Along(s + 0.5, origin, scale));
+        const int p = PixelOf(Along(s + 0.5, origin, scale));
         return {p, p + 1};
     }
     // The pixels whose centres lie from the screen pixel's left edge up to (not including)
-    // its right one.
-    return {CeilToInt(Along(s, origin, scale) - 0.5),
-            CeilToInt(Along(s + 1.0, origin, scale) - 0.5)};
+    // its right one: the first whose centre is at or after an edge.
+    const auto first = [&](double edge) {
+        return static_cast<int>(std::ceil(Along(edge, origin, scale) - 0.5));
+    };
+    return {first(s), first(s + 1.0)};
 }
 
 } // namespace
@@ -74,16 +73,16 @@ std::array<double, 2> CanvasMapping::ToScreen(CompositionPoint point) const noex
 
 void CanvasMapping::PixelAt(int sx, int sy, int& px, int& py) const noexcept {
     const CompositionPoint point = ToComposition(sx, sy);
-    px = FloorToInt(point.x);
-    py = FloorToInt(point.y);
+    px = PixelOf(point.x);
+    py = PixelOf(point.y);
 }
 
 std::pair<int, int> CanvasMapping::ColumnsAt(int sx) const noexcept {
-    return Span(sx, originX_, ScaleX());
+    return ShownPixels(sx, originX_, ScaleX());
 }
 
 std::pair<int, int> CanvasMapping::RowsAt(int sy) const noexcept {
-    return Span(sy, originY_, ScaleY());
+    return ShownPixels(sy, originY_, ScaleY());
 }
 
 void CanvasMapping::ZoomAround(double zoom, int sx, int sy) noexcept {
