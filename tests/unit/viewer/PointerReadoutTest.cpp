@@ -8,6 +8,7 @@
 
 #include <OpenImageIO/imageio.h>
 
+#include "ReferenceComposite.h"
 #include "ViewerHarness.h"
 #include "canvas/DisplayImage.h"
 
@@ -95,7 +96,8 @@ TEST_F(PointerReadoutTest, PanelShowsThePixelUnderThePointerAtEveryZoom) {
 /// its pixels are `aspect` times as wide as tall. Returns its path.
 std::string WriteBlocksExr(const std::filesystem::path& folder, float aspect) {
     const std::string path = (folder / ("blocks-" + std::to_string(aspect) + ".exr")).string();
-    OIIO::ImageSpec header(128, 64, 4, OIIO::TypeDesc::HALF);
+    auto header = Rgba(128, 64);
+    header.set_format(OIIO::TypeDesc::HALF);
     header.attribute("PixelAspectRatio", aspect);
     std::vector<float> pixels;
     for (int y = 0; y < 64; ++y) {
