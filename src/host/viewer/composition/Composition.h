@@ -2,9 +2,10 @@
 // transparent black background, and any cameras (which are not drawn; the top-most one
 // sees the 3-D layers in perspective). Layers may be hidden, deleted (and put back in their
 // place), and moved up and down the stack. The composition
-// takes the first image's size and pixel aspect. Its pixels are the working values that the Info
-// palette reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
+// takes the first image's size. Its pixels are the working values that the Info palette
+// reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
 // region of them, is composited from the layers' own pixels when it is asked for.
+// It takes the first image's pixel aspect too (how much wider than tall a pixel is shown).
 #pragma once
 
 #include <array>
