@@ -65,13 +65,15 @@ std::optional<std::array<double, 2>> Pinhole(const V3& eye, const V3& target, do
 }
 
 /// Where pixel point `u`, `v` of a 3-D layer turned `degrees` about Y (nothing else
-/// turned, scale 100 %) lies in space.
-V3 TurnedAboutY(const qzview::LayerValues& v, double degrees, double u, double w) {
+/// turned, scale 100 %) lies in space, measured as drawn: its pixels `layer_aspect` pixel
+/// heights wide, in a composition of pixels `aspect` heights wide.
+V3 TurnedAboutY(const qzview::LayerValues& v, double degrees, double u, double w,
+                double aspect = 1.0, double layer_aspect = 1.0) {
     const double r = degrees * std::numbers::pi / 180.0;
-    const double x = u - v.anchor[0];
+    const double x = (u - v.anchor[0]) * layer_aspect;
     const double y = w - v.anchor[1];
     const double z = -v.anchor[2];
-    return {v.position[0] + std::cos(r) * x + std::sin(r) * z, v.position[1] + y,
+    return {aspect * v.position[0] + std::cos(r) * x + std::sin(r) * z, v.position[1] + y,
             v.position[2] - std::sin(r) * x + std::cos(r) * z};
 }
 
@@ -83,16 +85,22 @@ const qzview::Layer& LayerOf(const qzview::Composition& composition, int id) {
     return *composition.Find(id);
 }
 
-/// A 96 x 64 composition: a 2-D plate below (`under`) and a 64 x 48 3-D layer above it.
+/// A 96 x 64 composition: a 2-D plate below (`under`, its pixels `aspect` times as wide as
+/// tall, which the composition takes) and a 64 x 48 3-D layer above it (its pixels
+/// `layer_aspect` times as wide).
 struct Scene {
     qzview::Composition composition;
     int under = 0;
     int layer = 0;
     int camera = 0;
 
-    Scene() {
-        under = composition.AddImage(Plate("under", 96, 64, 11));
-        layer = composition.AddImage(Plate("layer", 64, 48, 12));
+    explicit Scene(double aspect = 1.0, double layer_aspect = 1.0) {
+        qzview::LayerImage below = Plate("under", 96, 64, 11);
+        below.pixelAspect = aspect;
+        under = composition.AddImage(std::move(below));
+        qzview::LayerImage above = Plate("layer", 64, 48, 12);
+        above.pixelAspect = layer_aspect;
+        layer = composition.AddImage(std::move(above));
         qzview::LayerValues values = LayerOf(composition, layer).values;
         values.threeD = true;
         composition.SetValues(layer, values);
@@ -233,6 +241,75 @@ TEST(CameraProjectionTest, ALayersPointsLandWhereThePinholeCameraSeesThem) {
     }
 }
 
+TEST(CameraProjectionTest, InAnAnamorphicCompositionTheCameraSeesTheSpaceAsDrawn) {
+    // The space that the camera sees is the composition as drawn: x in composition pixels
+    // times their aspect. A point lands where a pinhole camera there sees it, its x then
+    // taken back to composition pixels.
+    for (const auto& [aspect, layerAspect] :
+         {std::array<double, 2>{2, 1}, std::array<double, 2>{0.5, 1}, std::array<double, 2>{2, 2},
+          std::array<double, 2>{1, 0.5}}) {
+        SCOPED_TRACE("composition aspect " + std::to_string(aspect) + ", layer " +
+                     std::to_string(layerAspect));
+        Scene scene(aspect, layerAspect);
+        ASSERT_EQ(scene.composition.PixelAspect(), aspect);
+        scene.SetLayer([](qzview::LayerValues& v) {
+            v.position = {50.25, 30.5, 0};
+            v.rotation = 17;
+            v.scale = {80, 110, 100};
+        });
+        const qzview::Projective before = scene.composition.Transform(scene.layer);
+        scene.camera = scene.composition.AddCamera();
+        // A 50 mm lens on film as wide as the composition is drawn.
+        EXPECT_DOUBLE_EQ(LayerOf(scene.composition, scene.camera).values.zoom,
+                         96 * aspect * 50.0 / 36.0);
+        EXPECT_EQ(scene.composition.Transform(scene.layer), before)
+            << "a new camera leaves the view as it was";
+        const int drawnWidth = static_cast<int>(96 * aspect);
+        const struct {
+            V3 eye;
+            V3 target;
+            double zoom;
+            double turn;
+            V3 position;
+        } cases[] = {
+            {{48, 32, -133.33}, {48, 32, 0}, 133.33, 60, {48, 32, 0}},
+            {{10, -20, -90}, {50, 40, 15}, 120, 0, {40, 35, 25}},
+            {{120, 30, -60}, {48, 32, 0}, 80, -35, {48, 32, 10}},
+        };
+        for (const auto& c : cases) {
+            scene.SetCamera([&](qzview::LayerValues& v) {
+                v.position = {c.eye[0], c.eye[1], c.eye[2]};
+                v.anchor = {c.target[0], c.target[1], c.target[2]};
+                v.zoom = c.zoom;
+                v.rotation = 0;
+            });
+            scene.SetLayer([&](qzview::LayerValues& v) {
+                v.position = {c.position[0], c.position[1], c.position[2]};
+                v.rotation = 0;
+                v.scale = {100, 100, 100};
+                v.rotationY = c.turn;
+            });
+            const qzview::Layer& layer = LayerOf(scene.composition, scene.layer);
+            const qzview::Projective& m = scene.composition.Transform(scene.layer);
+            const V3 eye{c.eye[0] * aspect, c.eye[1], c.eye[2]};
+            const V3 target{c.target[0] * aspect, c.target[1], c.target[2]};
+            for (const auto& [u, v] :
+                 {std::array<double, 2>{0, 0}, std::array<double, 2>{64, 0},
+                  std::array<double, 2>{13.5, 40.25}, std::array<double, 2>{64, 48}}) {
+                const auto want =
+                    Pinhole(eye, target, c.zoom, drawnWidth, 64,
+                            TurnedAboutY(layer.values, c.turn, u, v, aspect, layerAspect));
+                const auto got = m.Apply(u, v);
+                ASSERT_EQ(got.has_value(), want.has_value()) << u << "," << v;
+                if (want) {
+                    EXPECT_NEAR((*got)[0], (*want)[0] / aspect, 1e-9) << u << "," << v;
+                    EXPECT_NEAR((*got)[1], (*want)[1], 1e-9) << u << "," << v;
+                }
+            }
+        }
+    }
+}
+
 TEST(CameraProjectionTest, TheCamerasOrientationTurnsTheViewAfterLookingAtThePoint) {
     Scene scene;
     scene.camera = scene.composition.AddCamera();
@@ -368,13 +445,14 @@ TEST(CameraProjectionTest, TheLibrarysWarpDividesByW) {
 /// warp of the whole composition would not end.
 OIIO::ImageBuf ProjectedLayer(const qzview::Layer& layer, const qzview::Projective& transform,
                               int width, int height, std::vector<bool>& unsure, int& behindDrawn) {
-    // Placed() pastes a layer placed on whole pixels: at the origin, it gives the layer's
-    // pixels prepared as the reference prepares them.
+    // Placed() pastes a layer placed on whole pixels: at the origin, among pixels as wide
+    // as its own, it gives the layer's pixels prepared as the reference prepares them.
     qzview::Layer flat = layer;
     flat.values = {};
     flat.values.opacity = layer.values.opacity;
     flat.values.mask = layer.values.mask;
-    const OIIO::ImageBuf prepared = Placed(flat, layer.Width(), layer.Height());
+    const OIIO::ImageBuf prepared =
+        Placed(flat, layer.Width(), layer.Height(), layer.PixelAspect());
     OIIO::ImageBuf warped(Rgba(width, height));
     OIIO::ImageBufAlgo::zero(warped);
     const std::optional<qzview::Projective> inverse = transform.Inverse();
@@ -433,7 +511,8 @@ void ExpectExact(const Scene& scene, const char* what, int* behindDrawn = nullpt
     const int h = composition.Height();
     std::vector<bool> unsure(static_cast<std::size_t>(w * h), false);
     int behind = 0;
-    const OIIO::ImageBuf below = Placed(LayerOf(composition, scene.under), w, h);
+    const OIIO::ImageBuf below =
+        Placed(LayerOf(composition, scene.under), w, h, composition.PixelAspect());
     const OIIO::ImageBuf above =
         ProjectedLayer(LayerOf(composition, scene.layer), composition.Transform(scene.layer), w, h,
                        unsure, behind);
@@ -528,6 +607,25 @@ TEST_F(ProjectedExactness, ALayerPartlyBehindTheCamera) {
     ExpectExact(scene, "partly behind the camera", &behindDrawn);
     // The library's warp would have drawn the part behind the camera (mirrored) there.
     EXPECT_GT(behindDrawn, 0);
+}
+
+TEST(CameraProjectionTest, AnAnamorphicCompositionThroughTheCameraIsItsExactWarp) {
+    // A layer of square pixels tilted in a composition of wide ones, and one of wide pixels
+    // in a composition of tall ones.
+    for (const auto& [aspect, layerAspect] :
+         {std::array<double, 2>{2, 1}, std::array<double, 2>{0.5, 2}}) {
+        Scene scene(aspect, layerAspect);
+        scene.camera = scene.composition.AddCamera();
+        scene.SetLayer([](qzview::LayerValues& v) {
+            v.position = {47.5, 31.25, 4};
+            v.rotationY = 50;
+            v.rotationX = -20;
+            v.opacity = 70;
+        });
+        ASSERT_FALSE(scene.composition.Transform(scene.layer).IsAffine());
+        ExpectExact(scene, aspect == 2 ? "square pixels among wide ones, tilted"
+                                       : "wide pixels among tall ones, tilted");
+    }
 }
 
 TEST_F(ProjectedExactness, ARegionIsItsPixelsOneByOne) {
@@ -642,8 +740,12 @@ TEST(CameraProjectionTest, ThePreviewLeavesOutWhatLiesBehindTheCamera) {
     EXPECT_GT(drawn, 200);
 }
 
-TEST(CameraProjectionTest, TheAnchorPointToolKeepsAProjectedLayerInPlace) {
-    Scene scene;
+/// Drags the anchor point of a projected layer in a composition of pixels `aspect` times as
+/// wide as tall: the anchor moves by the layer pixels between the points under the
+/// pointer, and the layer is seen where it was.
+void ExpectTheAnchorPointToolKeepsTheLayerInPlace(double aspect) {
+    SCOPED_TRACE("aspect " + std::to_string(aspect));
+    Scene scene(aspect);
     scene.camera = scene.composition.AddCamera();
     scene.SetCamera([](qzview::LayerValues& v) { v.position = {10, 20, -90}; });
     scene.SetLayer([](qzview::LayerValues& v) {
@@ -656,7 +758,8 @@ TEST(CameraProjectionTest, TheAnchorPointToolKeepsAProjectedLayerInPlace) {
     const qzview::PropertyValue placedAt = layer.values.position;
     const auto pressed = *before.Apply(32, 24);
     const auto released = *before.Apply(44, 30);
-    qzview::LayerDrag drag(layer, qzview::Property::AnchorPoint, {pressed[0], pressed[1]}, before);
+    qzview::LayerDrag drag(layer, qzview::Property::AnchorPoint, {pressed[0], pressed[1]}, before,
+                           aspect);
     const qzview::LayerValues values = drag.Move({released[0], released[1]}, false);
     // The anchor moved by the layer pixels between the two points under the pointer...
     EXPECT_NEAR(values.anchor[0], 32 + 12, 1e-6);
@@ -672,6 +775,14 @@ TEST(CameraProjectionTest, TheAnchorPointToolKeepsAProjectedLayerInPlace) {
         EXPECT_NEAR(now[1], was[1], 1e-9) << u << "," << v;
     }
     EXPECT_GT(std::abs(values.position[2] - placedAt[2]), 1.0) << "the position moved in depth";
+}
+
+TEST(CameraProjectionTest, TheAnchorPointToolKeepsAProjectedLayerInPlace) {
+    ExpectTheAnchorPointToolKeepsTheLayerInPlace(1.0);
+}
+
+TEST(CameraProjectionTest, TheAnchorPointToolKeepsAProjectedLayerInPlaceAmongWidePixels) {
+    ExpectTheAnchorPointToolKeepsTheLayerInPlace(2.0);
 }
 
 } // namespace

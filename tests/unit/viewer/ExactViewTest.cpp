@@ -1,8 +1,10 @@
 // The canvas at rest shows the exact composite: at zoom 1 and above every screen pixel is
 // the display colour of the composition pixel that the pointer reads there, over the
 // checkerboard; below zoom 1 each screen pixel is the box filter of the composition pixels
-// it covers. A render that a newer change made out of date never reaches the canvas, and
-// the status bar says "Preview" exactly while the canvas shows one.
+// it covers. A composition of pixels wider or taller than square is drawn so, a pixel its
+// aspect x zoom screen pixels wide and zoom tall, in the exact view and in the preview. A
+// render that a newer change made out of date never reaches the canvas, and the status bar
+// says "Preview" exactly while the canvas shows one.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -57,19 +59,20 @@ void ForSpread(int width, int height, int step, const Check& check) {
 }
 
 /// Compares `drawn` (a view of `composition` with its composition pixel 0,0 at screen
-/// pixel `ox`, `oy`, magnified `zoom` times) with what the composite says it shows at a
-/// spread of screen pixels: beyond the composition the dark grey, inside it the display
-/// colour of the pixel that the composition computes for the screen pixel's centre, over
-/// the checkerboard. Returns the pixels compared inside the composition.
+/// pixel `ox`, `oy`, each composition pixel `across` screen pixels wide and `down` tall,
+/// both at least 1) with what the composite says it shows at a spread of screen pixels:
+/// beyond the composition the dark grey, inside it the display colour of the pixel that
+/// the composition computes for the screen pixel's centre, over the checkerboard. Returns
+/// the pixels compared inside the composition.
 int ExpectMagnifiedView(const QImage& drawn, const qzview::Composition& composition, int ox, int oy,
-                        int zoom, const qzview::DisplaySettings& settings, int step,
-                        const std::string& what) {
+                        double across, double down, const qzview::DisplaySettings& settings,
+                        int step, const std::string& what) {
     std::map<std::pair<int, int>, std::uint32_t> colours;
     int inside = 0;
     int wrong = 0;
     ForSpread(drawn.width(), drawn.height(), step, [&](int sx, int sy) {
-        const int px = static_cast<int>(std::floor((sx - ox + 0.5) / zoom));
-        const int py = static_cast<int>(std::floor((sy - oy + 0.5) / zoom));
+        const int px = static_cast<int>(std::floor((sx - ox + 0.5) / across));
+        const int py = static_cast<int>(std::floor((sy - oy + 0.5) / down));
         std::uint32_t want = qzview::kOutside;
         if (px >= 0 && py >= 0 && px < composition.Width() && py < composition.Height()) {
             ++inside;
@@ -129,7 +132,100 @@ protected:
     int ExpectCanvasAtRest(const std::string& what, int step = 3) {
         const auto& mapping = Canvas().Mapping();
         return ExpectMagnifiedView(Grab(), Window().Comp(), mapping.OriginX(), mapping.OriginY(),
-                                   static_cast<int>(mapping.Zoom()), EightBitDisplay(), step, what);
+                                   mapping.Zoom(), mapping.Zoom(), EightBitDisplay(), step, what);
+    }
+
+    /// A 120 x 80 float plate of pixels `aspect` times as wide as tall (which the
+    /// composition takes) under a 50 x 36 plate of square pixels that is turned and placed
+    /// off the pixel grid. No layer is selected.
+    void StartAnamorphic(double aspect) {
+        qzview::LayerImage base = Plate("anamorphic", 120, 80, 51);
+        base.pixelAspect = aspect;
+        StartWith({base});
+        ASSERT_EQ(Window().Comp().PixelAspect(), aspect);
+        Window().AddImage(Plate("square", 50, 36, 52));
+        Settle();
+        top_ = Window().Comp().Layers().at(1).id;
+        Window().Editor().Type(top_, Property::Rotation, {27, 0, 0});
+        Window().Editor().Type(top_, Property::Position, {61.3, 38.6, 0});
+        Window().Editor().Select(0);
+        Settle();
+    }
+
+    /// Compares the canvas at rest (a float project's display) at every screen pixel of
+    /// a spread with the composite, each composition pixel `aspect` x zoom screen pixels
+    /// wide and zoom tall; returns the pixels compared inside the composition.
+    int ExpectAnamorphicAtRest(double aspect, const std::string& what) {
+        const auto& mapping = Canvas().Mapping();
+        const double zoom = mapping.Zoom();
+        return ExpectMagnifiedView(Grab(), Window().Comp(), mapping.OriginX(), mapping.OriginY(),
+                                   aspect * zoom, zoom, Canvas().Scene().display, 2, what);
+    }
+
+    /// Checks that every screen pixel of the canvas at rest that lies over a whole block of
+    /// `bw` x `bh` composition pixels (the composition is whole blocks, the first at the
+    /// origin) is the mean of the block, and that the others are beyond the composition.
+    /// Returns the blocks checked and how many of them were exactly equal.
+    std::pair<int, int> ExpectBlockMeans(int bw, int bh, const qzview::DisplaySettings& display) {
+        const QImage drawn = Grab();
+        const int ox = Canvas().Mapping().OriginX();
+        const int oy = Canvas().Mapping().OriginY();
+        const qzview::Composition& composition = Window().Comp();
+        EXPECT_EQ(composition.Width() % bw, 0);
+        EXPECT_EQ(composition.Height() % bh, 0);
+        const OIIO::ImageBuf premultiplied = Reference(composition, false);
+        const float area = static_cast<float>(bw * bh);
+        int blocks = 0;
+        int off = 0;
+        int exact = 0;
+        for (int sy = 0; sy < drawn.height(); ++sy) {
+            for (int sx = 0; sx < drawn.width(); ++sx) {
+                const int bx = (sx - ox) * bw;
+                const int by = (sy - oy) * bh;
+                const std::uint32_t got = drawn.pixel(sx, sy);
+                if (bx < 0 || by < 0 || bx >= composition.Width() || by >= composition.Height()) {
+                    if (got != qzview::kOutside && ++off <= 5) {
+                        ADD_FAILURE() << "screen pixel " << sx << "," << sy << " beyond the "
+                                      << "composition is " << Hex(got);
+                    }
+                    continue;
+                }
+                ++blocks;
+                // The block's mean in premultiplied values, divided by its mean alpha. The
+                // viewer sums in doubles and these sums are floats, so a mean that lies
+                // within a rounding error of the middle between two display levels (or
+                // alpha codes) may round to the other one: a level either way is allowed.
+                float sum[4] = {0, 0, 0, 0};
+                for (int y = by; y < by + bh; ++y) {
+                    for (int x = bx; x < bx + bw; ++x) {
+                        float p[4];
+                        premultiplied.getpixel(x, y, p, 4);
+                        for (int c = 0; c < 4; ++c) {
+                            sum[c] += p[c];
+                        }
+                    }
+                }
+                const float alpha = sum[3] / area;
+                WorkingPixel mean{0, 0, 0, alpha};
+                for (std::size_t c = 0; c < 3; ++c) {
+                    mean[c] = alpha != 0.0f ? sum[c] / area / alpha : 0.0f;
+                }
+                const std::uint32_t want =
+                    qzview::OverBackground(DisplayColour(mean, display), qzview::Checker(sx, sy));
+                bool near = true;
+                for (int shift = 0; shift <= 16; shift += 8) {
+                    near = near && std::abs(static_cast<int>((got >> shift) & 0xFF) -
+                                            static_cast<int>((want >> shift) & 0xFF)) <= 1;
+                }
+                exact += got == want ? 1 : 0;
+                if (!near && ++off <= 5) {
+                    ADD_FAILURE() << "screen pixel " << sx << "," << sy << " is " << Hex(got)
+                                  << ", the mean of its block " << Hex(want);
+                }
+            }
+        }
+        EXPECT_EQ(off, 0);
+        return {blocks, exact};
     }
 
     QLabel* PreviewWord() {
@@ -157,69 +253,125 @@ TEST_F(ExactViewTest, AtAQuarterEachScreenPixelIsTheMeanOfItsSixteenPixels) {
     Canvas().ZoomTo(0.25);
     ASSERT_TRUE(SettleExact());
     ASSERT_EQ(Canvas().Mapping().Zoom(), 0.25);
-    const QImage drawn = Grab();
-    const int ox = Canvas().Mapping().OriginX();
-    const int oy = Canvas().Mapping().OriginY();
-    const qzview::DisplaySettings display = EightBitDisplay();
-    const qzview::Composition& composition = Window().Comp();
     // The chart's 240 x 160 pixels are 60 x 40 whole blocks of 4 x 4.
-    ASSERT_EQ(composition.Width() % 4, 0);
-    ASSERT_EQ(composition.Height() % 4, 0);
-    const OIIO::ImageBuf premultiplied = Reference(composition, false);
-    int blocks = 0;
-    int off = 0;
-    int exact = 0;
-    for (int sy = 0; sy < drawn.height(); ++sy) {
-        for (int sx = 0; sx < drawn.width(); ++sx) {
-            const int bx = (sx - ox) * 4;
-            const int by = (sy - oy) * 4;
-            const std::uint32_t got = drawn.pixel(sx, sy);
-            if (bx < 0 || by < 0 || bx >= composition.Width() || by >= composition.Height()) {
-                if (got != qzview::kOutside && ++off <= 5) {
-                    ADD_FAILURE() << "screen pixel " << sx << "," << sy << " beyond the "
-                                  << "composition is " << Hex(got);
-                }
-                continue;
-            }
-            ++blocks;
-            // The block's mean in premultiplied values, divided by its mean alpha. The
-            // viewer sums in doubles and these sums are floats, so a mean that lies within
-            // a rounding error of the middle between two display levels (or alpha codes)
-            // may round to the other one: a level either way is allowed.
-            float sum[4] = {0, 0, 0, 0};
-            for (int y = by; y < by + 4; ++y) {
-                for (int x = bx; x < bx + 4; ++x) {
-                    float p[4];
-                    premultiplied.getpixel(x, y, p, 4);
-                    for (int c = 0; c < 4; ++c) {
-                        sum[c] += p[c];
-                    }
-                }
-            }
-            const float alpha = sum[3] / 16.0f;
-            WorkingPixel mean{0, 0, 0, alpha};
-            for (std::size_t c = 0; c < 3; ++c) {
-                mean[c] = alpha != 0.0f ? sum[c] / 16.0f / alpha : 0.0f;
-            }
-            const std::uint32_t want =
-                qzview::OverBackground(DisplayColour(mean, display), qzview::Checker(sx, sy));
-            bool near = true;
-            for (int shift = 0; shift <= 16; shift += 8) {
-                near = near && std::abs(static_cast<int>((got >> shift) & 0xFF) -
-                                        static_cast<int>((want >> shift) & 0xFF)) <= 1;
-            }
-            exact += got == want ? 1 : 0;
-            if (!near && ++off <= 5) {
-                ADD_FAILURE() << "screen pixel " << sx << "," << sy << " is " << Hex(got)
-                              << ", the mean of its block " << Hex(want);
-            }
-        }
-    }
-    EXPECT_EQ(off, 0);
+    const auto [blocks, exact] = ExpectBlockMeans(4, 4, EightBitDisplay());
     EXPECT_EQ(blocks, 60 * 40);
     // Means that close to the middle between two levels are rare.
     EXPECT_GE(exact, blocks * 9 / 10);
     RecordProperty("exactly_equal_blocks", exact);
+}
+
+TEST_F(ExactViewTest, AnAnamorphicCompositionIsDrawnItsAspectTimesAsWide) {
+    // Aspect, then zooms at which a composition pixel is a screen pixel or more each way
+    // (across: 2, 4, 6 and 1, 1.5, 2 screen pixels).
+    const std::pair<double, std::vector<double>> cases[] = {{2.0, {1.0, 2.0, 3.0}},
+                                                            {0.5, {2.0, 3.0, 4.0}}};
+    for (const auto& [aspect, zooms] : cases) {
+        StartAnamorphic(aspect);
+        for (const double zoom : zooms) {
+            const std::string what =
+                "aspect " + std::to_string(aspect) + ", zoom " + std::to_string(zoom);
+            Canvas().ZoomTo(zoom);
+            ASSERT_TRUE(SettleExact()) << what;
+            ASSERT_EQ(Canvas().Mapping().Zoom(), zoom);
+            const int inside = ExpectAnamorphicAtRest(aspect, what);
+            EXPECT_GE(inside, 3000) << what << ": the composition fills much of the view";
+            // The composition is drawn 120 x aspect x zoom screen pixels wide and 80 x zoom
+            // tall: along the row and the column through its middle, the screen pixels
+            // that are not the dark grey beyond it.
+            const QImage drawn = Grab();
+            const auto& mapping = Canvas().Mapping();
+            const QPoint middle(mapping.OriginX() + static_cast<int>(60 * aspect * zoom),
+                                mapping.OriginY() + static_cast<int>(40 * zoom));
+            ASSERT_TRUE(drawn.rect().contains(middle)) << what;
+            int wide = 0;
+            for (int x = 0; x < drawn.width(); ++x) {
+                wide += drawn.pixel(x, middle.y()) != qzview::kOutside ? 1 : 0;
+            }
+            int tall = 0;
+            for (int y = 0; y < drawn.height(); ++y) {
+                tall += drawn.pixel(middle.x(), y) != qzview::kOutside ? 1 : 0;
+            }
+            EXPECT_EQ(wide, std::min(drawn.width(), static_cast<int>(120 * aspect * zoom))) << what;
+            EXPECT_EQ(tall, std::min(drawn.height(), static_cast<int>(80 * zoom))) << what;
+        }
+    }
+}
+
+TEST_F(ExactViewTest, WherePixelsAreNarrowerThanTheScreensEachShowsTheMeanOfItsBlock) {
+    // Aspect and zoom, and the composition pixels that a screen pixel covers: across
+    // and down, across alone (the rows magnified once), down alone.
+    const struct {
+        double aspect;
+        double zoom;
+        int bw;
+        int bh;
+    } cases[] = {{2.0, 0.25, 2, 4}, {0.5, 1.0, 2, 1}, {2.0, 0.5, 1, 2}, {0.5, 0.5, 4, 2}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE("aspect " + std::to_string(c.aspect) + ", zoom " + std::to_string(c.zoom));
+        StartAnamorphic(c.aspect);
+        Canvas().ZoomTo(c.zoom);
+        ASSERT_TRUE(SettleExact());
+        ASSERT_EQ(Canvas().Mapping().Zoom(), c.zoom);
+        // 120 x 80 composition pixels are 120 / bw x 80 / bh whole blocks.
+        const auto [blocks, exact] = ExpectBlockMeans(c.bw, c.bh, Canvas().Scene().display);
+        EXPECT_EQ(blocks, (120 / c.bw) * (80 / c.bh));
+        EXPECT_GE(exact, blocks * 9 / 10);
+    }
+}
+
+TEST_F(ExactViewTest, ThePreviewDrawsAnAnamorphicCompositionWhereTheExactViewDoes) {
+    // A lone opaque layer of wide pixels, so that the preview (the nearest pixel of its
+    // display image while an edit holds the exact view back) and the exact view show the
+    // same colours, but for how each rounds a display level.
+    std::vector<float> rgba;
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 60; ++x) {
+            rgba.insert(rgba.end(), {(x % 2 == y % 2) ? 0.8f : 0.1f, x / 60.0f, y / 40.0f, 1.0f});
+        }
+    }
+    for (const double aspect : {2.0, 0.5}) {
+        qzview::LayerImage plate = qzview::FloatImage("alternating", 60, 40, rgba);
+        plate.pixelAspect = aspect;
+        StartWith({plate}, 4.0);
+        Window().Editor().Select(0);
+        ASSERT_TRUE(SettleExact());
+        // Zoomed again while held: the preview is drawn, and then the exact view of the
+        // same place.
+        Canvas().SetHold(true);
+        Canvas().ZoomTo(4.0);
+        Settle();
+        ASSERT_TRUE(Canvas().ShowingPreview());
+        const QImage preview = Grab();
+        Canvas().SetHold(false);
+        ASSERT_TRUE(SettleExact());
+        const QImage exact = Grab();
+        const auto& mapping = Canvas().Mapping();
+        ASSERT_EQ(mapping.Zoom(), 4.0);
+        // At the centre of each composition pixel's block of screen pixels, and at the
+        // screen pixels around the composition.
+        int compared = 0;
+        for (int py = -2; py < 42; ++py) {
+            for (int px = -2; px < 62; ++px) {
+                const QPoint at(mapping.OriginX() +
+                                    static_cast<int>(std::floor((px + 0.5) * aspect * 4.0)),
+                                mapping.OriginY() + py * 4 + 2);
+                if (!exact.rect().contains(at)) {
+                    continue;
+                }
+                ++compared;
+                const QRgb e = exact.pixel(at);
+                const QRgb p = preview.pixel(at);
+                const bool inside = px >= 0 && py >= 0 && px < 60 && py < 40;
+                ASSERT_EQ(e == qzview::kOutside, !inside)
+                    << "aspect " << aspect << ", pixel " << px << "," << py;
+                ASSERT_LE(std::abs(qRed(e) - qRed(p)), 1) << "aspect " << aspect << " " << px;
+                ASSERT_LE(std::abs(qGreen(e) - qGreen(p)), 1) << "aspect " << aspect << " " << px;
+                ASSERT_LE(std::abs(qBlue(e) - qBlue(p)), 1) << "aspect " << aspect << " " << px;
+            }
+        }
+        EXPECT_GE(compared, 1500) << "aspect " << aspect;
+    }
 }
 
 /// A 3840 x 2160 8-bit layer of ramps, turned, which takes a while to composite.
@@ -303,7 +455,7 @@ TEST(ViewRefinerTest, ANewRequestCancelsTheOneBeforeAndOnlyItIsDelivered) {
     RecordProperty("long_requests_cancelled_under_way", cancelled);
     for (const auto& [request, view] : views) {
         ASSERT_EQ(view.size(), QSize(320, 180));
-        const int inside = ExpectMagnifiedView(view, large.composition, -1760, -990, 1, {}, 5,
+        const int inside = ExpectMagnifiedView(view, large.composition, -1760, -990, 1, 1, {}, 5,
                                                "request " + std::to_string(request));
         // Every pixel of the spread, 36 rows of 64, lies inside the composition.
         EXPECT_EQ(inside, 36 * 64);

@@ -1,5 +1,6 @@
 // Moving the pointer over the composition: the Info panel shows the pixel under it, at
-// every zoom, and that pixel is the one drawn under the pointer.
+// every zoom, and that pixel is the one drawn under the pointer, also where the
+// composition's pixels are drawn wider or taller than square.
 #include <cmath>
 #include <cstdio>
 
@@ -7,7 +8,9 @@
 
 #include <OpenImageIO/imageio.h>
 
+#include "ReferenceComposite.h"
 #include "ViewerHarness.h"
+#include "canvas/DisplayImage.h"
 
 namespace qzviewtest {
 namespace {
@@ -85,6 +88,94 @@ TEST_F(PointerReadoutTest, PanelShowsThePixelUnderThePointerAtEveryZoom) {
             EXPECT_EQ(qBlue(shown), codes[2]);
         }
         EXPECT_GE(checked, 3) << "zoom " << zoom;
+    }
+}
+
+/// Writes a 128 x 64 half-float EXR of opaque 8 x 8 blocks, each of its own colour (red
+/// the block's column / 16, green its row / 8, blue alternating), whose header says that
+/// its pixels are `aspect` times as wide as tall. Returns its path.
+std::string WriteBlocksExr(const std::filesystem::path& folder, float aspect) {
+    const std::string path = (folder / ("blocks-" + std::to_string(aspect) + ".exr")).string();
+    auto header = Rgba(128, 64);
+    header.set_format(OIIO::TypeDesc::HALF);
+    header.attribute("PixelAspectRatio", aspect);
+    std::vector<float> pixels;
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 128; ++x) {
+            pixels.insert(pixels.end(), {(x / 8) / 16.0f, (y / 8) / 8.0f,
+                                         (x / 8 + y / 8) % 2 == 0 ? 0.25f : 0.75f, 1.0f});
+        }
+    }
+    auto output = OIIO::ImageOutput::create(path);
+    EXPECT_TRUE(output) << OIIO::geterror();
+    EXPECT_TRUE(output->open(path, header));
+    EXPECT_TRUE(output->write_image(OIIO::TypeDesc::FLOAT, pixels.data()));
+    EXPECT_TRUE(output->close());
+    return path;
+}
+
+TEST_F(PointerReadoutTest, OnAnAnamorphicFileThePanelReadsThePixelDrawnUnderThePointer) {
+    for (const float aspect : {2.0f, 0.5f}) {
+        const std::string path = WriteBlocksExr(folder_.Path(), aspect);
+        qzview::LayerImage image = qzview::ReadLayerImage(path);
+        EXPECT_EQ(image.pixelAspect, aspect) << "the file's pixel aspect is read";
+        StartWith({std::move(image)});
+        ASSERT_EQ(Window().Comp().PixelAspect(), aspect);
+        Window().Editor().Select(0);
+        // Below zoom 1 a screen pixel shows the mean of the pixels it covers, all of one
+        // block here.
+        for (const double zoom : {0.25, 0.5, 1.0, 2.0, 3.0}) {
+            Canvas().ZoomTo(zoom);
+            ASSERT_TRUE(SettleExact());
+            ASSERT_EQ(Canvas().Mapping().Zoom(), zoom);
+            const int ox = Canvas().Mapping().OriginX();
+            const int oy = Canvas().Mapping().OriginY();
+            const QImage drawn = Canvas().grab().toImage();
+            const qzview::DisplaySettings display = Canvas().Scene().display;
+            const int w = Canvas().width();
+            const int h = Canvas().height();
+            int checked = 0;
+            // Screen pixels spread over the canvas and near the composition's corner; those
+            // that show the composition count.
+            for (const auto& [sx, sy] : std::vector<std::pair<int, int>>{{ox + 1, oy + 1},
+                                                                         {ox + 5, oy + 3},
+                                                                         {ox + 9, oy + 10},
+                                                                         {ox + 14, oy + 6},
+                                                                         {ox + 22, oy + 13},
+                                                                         {w / 2, h / 2},
+                                                                         {w / 4, h / 2 + 7},
+                                                                         {3 * w / 4, h / 2 - 11},
+                                                                         {w / 3, h / 4},
+                                                                         {w / 2 + 37, h / 2 - 29},
+                                                                         {w / 2 - 53, h / 2 + 41},
+                                                                         {2 * w / 3 + 11, h / 3}}) {
+                // A composition pixel is aspect x zoom screen pixels wide, zoom tall.
+                const int x = static_cast<int>(std::floor((sx - ox + 0.5) / (aspect * zoom)));
+                const int y = static_cast<int>(std::floor((sy - oy + 0.5) / zoom));
+                if (x < 0 || y < 0 || x >= 128 || y >= 64 || sx < 0 || sy < 0 || sx >= w ||
+                    sy >= h) {
+                    continue;
+                }
+                ++checked;
+                SCOPED_TRACE("aspect " + std::to_string(aspect) + " zoom " + std::to_string(zoom) +
+                             " pixel " + std::to_string(x) + "," + std::to_string(y));
+                MoveTo(sx, sy);
+                const auto snapshot = Snapshot();
+                const std::array<float, 4> pixel{(x / 8) / 16.0f, (y / 8) / 8.0f,
+                                                 (x / 8 + y / 8) % 2 == 0 ? 0.25f : 0.75f, 1.0f};
+                EXPECT_EQ(Text(snapshot, 15), std::to_string(x));
+                EXPECT_EQ(Text(snapshot, 16), std::to_string(y));
+                EXPECT_EQ(Text(snapshot, 7), FourDecimals(pixel[0]));
+                EXPECT_EQ(Text(snapshot, 8), FourDecimals(pixel[1]));
+                EXPECT_EQ(Text(snapshot, 9), FourDecimals(pixel[2]));
+                EXPECT_EQ(Text(snapshot, 10), FourDecimals(pixel[3]));
+                const QRgb shown = drawn.pixel(sx, sy);
+                EXPECT_EQ(qRed(shown), qzview::DisplayLevel(pixel[0], display));
+                EXPECT_EQ(qGreen(shown), qzview::DisplayLevel(pixel[1], display));
+                EXPECT_EQ(qBlue(shown), qzview::DisplayLevel(pixel[2], display));
+            }
+            EXPECT_GE(checked, 4) << "aspect " << aspect << " zoom " << zoom;
+        }
     }
 }
 

@@ -35,7 +35,8 @@ OIIO::ImageSpec Rgba(int width, int height) {
 
 /// One layer placed into a composition-sized buffer, colour multiplied by alpha, the mask
 /// and the opacity: pasted when its transform moves it by whole pixels, warped otherwise.
-OIIO::ImageBuf Placed(const qzview::Layer& layer, int width, int height) {
+OIIO::ImageBuf Placed(const qzview::Layer& layer, int width, int height,
+                      double composition_aspect) {
     const qzview::LayerImage& image = *layer.image;
     OIIO::ImageBuf source(Rgba(image.width, image.height));
     for (int y = 0; y < image.height; ++y) {
@@ -64,7 +65,7 @@ OIIO::ImageBuf Placed(const qzview::Layer& layer, int width, int height) {
     }
     OIIO::ImageBuf placed(Rgba(width, height));
     OIIO::ImageBufAlgo::zero(placed);
-    const qzview::Affine m = qzview::LayerToComposition(layer);
+    const qzview::Affine m = qzview::LayerToComposition(layer, composition_aspect);
     if (m.IsIntegerTranslation()) {
         EXPECT_TRUE(OIIO::ImageBufAlgo::paste(placed, static_cast<int>(m.e), static_cast<int>(m.f),
                                               0, 0, prepared));
@@ -91,7 +92,7 @@ OIIO::ImageBuf Reference(const qzview::Composition& composition, bool straight) 
         if (!layer.Drawn()) {
             continue;
         }
-        OIIO::ImageBuf placed = Placed(layer, w, h);
+        OIIO::ImageBuf placed = Placed(layer, w, h, composition.PixelAspect());
         if (first) {
             result = placed;
             first = false;

@@ -19,7 +19,9 @@ OIIO::ImageSpec Rgba(int width, int height);
 
 /// One layer placed into a composition-sized buffer, colour multiplied by alpha, the mask
 /// and the opacity: pasted when its transform moves it by whole pixels, warped otherwise.
-OIIO::ImageBuf Placed(const qzview::Layer& layer, int width, int height);
+/// The composition's pixels are `composition_aspect` times as wide as tall.
+OIIO::ImageBuf Placed(const qzview::Layer& layer, int width, int height,
+                      double composition_aspect = 1.0);
 
 /// The full composite of `composition`, premultiplied (`straight` false) or straight.
 OIIO::ImageBuf Reference(const qzview::Composition& composition, bool straight = true);

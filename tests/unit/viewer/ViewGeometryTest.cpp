@@ -1,9 +1,12 @@
 // Where the composition lies on the canvas: a zoom asked for on the command line opens
 // with the composition's centre at the canvas's centre; a resize of the window keeps the
 // composition point at the centre there; with no zoom chosen, the composition stays fitted
-// into the canvas and centred, whatever its size.
+// into the canvas and centred, whatever its size. A composition of pixels wider or taller
+// than square is fitted, centred and zoomed as it is drawn, its aspect times as wide.
 #include <cmath>
 #include <set>
+
+#include <QWheelEvent>
 
 #include "ReferenceComposite.h"
 #include "ViewerHarness.h"
@@ -16,18 +19,22 @@ protected:
     /// The canvas's centre, in its (device) pixels.
     QPointF CanvasCentre() { return {Canvas().width() / 2.0, Canvas().height() / 2.0}; }
 
-    /// Where composition point `point` is drawn, worked out here from the zoom and the
-    /// origin.
+    /// Screen pixels per composition pixel across: the zoom times the composition's pixel
+    /// aspect.
+    double Across() { return Canvas().Mapping().Zoom() * Window().Comp().PixelAspect(); }
+
+    /// Where composition point `point` is drawn, worked out here from the zoom, the
+    /// composition's pixel aspect and the origin.
     QPointF ScreenOf(QPointF point) {
         const auto& mapping = Canvas().Mapping();
-        return {mapping.OriginX() + point.x() * mapping.Zoom(),
+        return {mapping.OriginX() + point.x() * Across(),
                 mapping.OriginY() + point.y() * mapping.Zoom()};
     }
 
     /// The composition point drawn at screen point `screen`.
     QPointF CompositionOf(QPointF screen) {
         const auto& mapping = Canvas().Mapping();
-        return {(screen.x() - mapping.OriginX()) / mapping.Zoom(),
+        return {(screen.x() - mapping.OriginX()) / Across(),
                 (screen.y() - mapping.OriginY()) / mapping.Zoom()};
     }
 
@@ -96,6 +103,50 @@ TEST_F(ViewGeometryTest, WithNoZoomChosenTheCompositionStaysFitted) {
         zooms.insert(Canvas().Mapping().Zoom());
     }
     EXPECT_GE(zooms.size(), 2u) << "the sizes call for different zooms";
+}
+
+TEST_F(ViewGeometryTest, AnAnamorphicCompositionIsFittedCentredAndZoomedAsDrawn) {
+    for (const double aspect : {2.0, 0.5}) {
+        const std::string what = "aspect " + std::to_string(aspect);
+        qzview::LayerImage plate = Plate("plate", 200, 150, 5);
+        plate.pixelAspect = aspect;
+        StartWith({plate});
+        ASSERT_EQ(Window().Comp().PixelAspect(), aspect);
+        // Fitted: the largest level at which 200 x aspect by 150 screen pixels fit.
+        double fits = 0;
+        for (const double level : qzview::CanvasMapping::kLevels) {
+            if (200 * aspect * level <= Canvas().width() && 150 * level <= Canvas().height()) {
+                fits = level;
+            }
+        }
+        EXPECT_EQ(Canvas().Mapping().Zoom(), fits) << what;
+        ExpectAtCentre({100, 75}, what + ", fitted");
+        // Actual Pixels: zoom 1, a pixel aspect screen pixels wide, centred.
+        Canvas().ActualPixels();
+        Settle();
+        EXPECT_EQ(Canvas().Mapping().Zoom(), 1.0) << what;
+        ExpectAtCentre({100, 75}, what + ", actual pixels");
+        // From zoom 2, the wheel zooms in around the pointer: the pixel under it stays
+        // under it.
+        Canvas().ZoomTo(2.0);
+        Settle();
+        const QPointF pointer = ScreenOf({130.5, 40.5});
+        const qzview::CompositionPoint before = Canvas().PositionAt(pointer);
+        ASSERT_EQ(std::floor(before.x), 130) << what;
+        ASSERT_EQ(std::floor(before.y), 40) << what;
+        for (int notch = 0; notch < 2; ++notch) {
+            QWheelEvent wheel(pointer, Canvas().mapToGlobal(pointer), QPoint(), QPoint(0, 120),
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&Canvas(), &wheel);
+            Settle();
+        }
+        EXPECT_EQ(Canvas().Mapping().Zoom(), 4.0) << what;
+        const qzview::CompositionPoint after = Canvas().PositionAt(pointer);
+        EXPECT_EQ(std::floor(after.x), 130) << what;
+        EXPECT_EQ(std::floor(after.y), 40) << what;
+        EXPECT_NEAR(ScreenOf({after.x, after.y}).x(), std::floor(pointer.x()) + 0.5, 1e-9)
+            << what << ": the position read is the screen pixel's centre as drawn";
+    }
 }
 
 } // namespace

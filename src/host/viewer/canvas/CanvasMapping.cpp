@@ -5,6 +5,43 @@
 
 namespace qzview {
 
+namespace {
+
+/// Along one axis drawn `scale` screen pixels per composition pixel, with composition
+/// position 0 at screen position `origin`: the composition position of screen position `s`.
+double Along(double s, int origin, double scale) noexcept {
+    // Where a composition pixel is 1/n of a screen pixel, multiplying by n is exact, where
+    // dividing by the rounded 1/n would not be.
+    if (scale < 1.0) {
+        const double n = std::round(1.0 / scale);
+        if (std::abs(n * scale - 1.0) < 1e-9) {
+            return (s - origin) * n;
+        }
+    }
+    return (s - origin) / scale;
+}
+
+/// The whole composition pixel at composition position `p` along one axis.
+int PixelOf(double p) noexcept {
+    return static_cast<int>(std::floor(p));
+}
+
+/// The composition pixels that screen pixel `s` shows along one axis (ColumnsAt).
+std::pair<int, int> ShownPixels(int s, int origin, double scale) noexcept {
+    if (scale >= 1.0) {
+        const int p = PixelOf(Along(s + 0.5, origin, scale));
+        return {p, p + 1};
+    }
+    // The pixels whose centres lie from the screen pixel's left edge up to (not including)
+    // its right one: the first whose centre is at or after an edge.
+    const auto first = [&](double edge) {
+        return static_cast<int>(std::ceil(Along(edge, origin, scale) - 0.5));
+    };
+    return {first(s), first(s + 1.0)};
+}
+
+} // namespace
+
 double CanvasMapping::NearestLevel(double zoom) {
     if (!(zoom > 0)) {
         return 1.0;
@@ -18,20 +55,34 @@ double CanvasMapping::NearestLevel(double zoom) {
     return best;
 }
 
-CompositionPoint CanvasMapping::ToComposition(int sx, int sy) const noexcept {
-    // Below zoom 1 the level is 1/n: multiplying by n is exact, where dividing by the
-    // rounded 1/n would not be.
-    if (zoom_ < 1.0) {
-        const double n = std::round(1.0 / zoom_);
-        return {(sx - originX_ + 0.5) * n, (sy - originY_ + 0.5) * n};
+void CanvasMapping::SetAspect(double aspect) noexcept {
+    aspect = aspect > 0 && std::isfinite(aspect) ? aspect : 1.0;
+    if (aspect != aspect_) {
+        aspect_ = aspect;
+        anchored_ = false;
     }
-    return {(sx - originX_ + 0.5) / zoom_, (sy - originY_ + 0.5) / zoom_};
+}
+
+CompositionPoint CanvasMapping::ToComposition(int sx, int sy) const noexcept {
+    return {Along(sx + 0.5, originX_, ScaleX()), Along(sy + 0.5, originY_, ScaleY())};
+}
+
+std::array<double, 2> CanvasMapping::ToScreen(CompositionPoint point) const noexcept {
+    return {originX_ + point.x * ScaleX(), originY_ + point.y * ScaleY()};
 }
 
 void CanvasMapping::PixelAt(int sx, int sy, int& px, int& py) const noexcept {
     const CompositionPoint point = ToComposition(sx, sy);
-    px = static_cast<int>(std::floor(point.x));
-    py = static_cast<int>(std::floor(point.y));
+    px = PixelOf(point.x);
+    py = PixelOf(point.y);
+}
+
+std::pair<int, int> CanvasMapping::ColumnsAt(int sx) const noexcept {
+    return ShownPixels(sx, originX_, ScaleX());
+}
+
+std::pair<int, int> CanvasMapping::RowsAt(int sy) const noexcept {
+    return ShownPixels(sy, originY_, ScaleY());
 }
 
 void CanvasMapping::ZoomAround(double zoom, int sx, int sy) noexcept {
@@ -43,7 +94,7 @@ void CanvasMapping::ZoomAround(double zoom, int sx, int sy) noexcept {
     }
     const CompositionPoint fixed = anchor_;
     zoom_ = zoom;
-    originX_ = static_cast<int>(std::lround(sx + 0.5 - fixed.x * zoom_));
+    originX_ = static_cast<int>(std::lround(sx + 0.5 - fixed.x * ScaleX()));
     originY_ = static_cast<int>(std::lround(sy + 0.5 - fixed.y * zoom_));
 }
 
@@ -57,7 +108,7 @@ double CanvasMapping::Step(int steps) const noexcept {
 void CanvasMapping::Fit(int width, int height, int canvas_width, int canvas_height) noexcept {
     double chosen = kLevels.front();
     for (double level : kLevels) {
-        if (width * level <= canvas_width && height * level <= canvas_height) {
+        if (width * level * aspect_ <= canvas_width && height * level <= canvas_height) {
             chosen = level;
         }
     }
@@ -68,7 +119,7 @@ void CanvasMapping::Centre(double zoom, int width, int height, int canvas_width,
                            int canvas_height) noexcept {
     zoom_ = zoom;
     anchored_ = false;
-    originX_ = static_cast<int>(std::floor((canvas_width - width * zoom_) / 2));
+    originX_ = static_cast<int>(std::floor((canvas_width - width * zoom_ * aspect_) / 2));
     originY_ = static_cast<int>(std::floor((canvas_height - height * zoom_) / 2));
 }
 
@@ -82,7 +133,8 @@ void CanvasMapping::KeepCentre(int old_width, int old_height, int width, int hei
 void CanvasMapping::Actual(int width, int height, int canvas_width, int canvas_height) noexcept {
     zoom_ = 1.0;
     anchored_ = false;
-    originX_ = (canvas_width - width) / 2;
+    // Halved and cut towards zero, as a whole number's division would be.
+    originX_ = static_cast<int>((canvas_width - width * aspect_) / 2);
     originY_ = (canvas_height - height) / 2;
 }
 

@@ -25,6 +25,8 @@ struct PreviewLayer {
 struct CanvasScene {
     int width = 0;
     int height = 0;
+    /// How many times wider than tall the composition's pixels are drawn.
+    double pixelAspect = 1.0;
     std::shared_ptr<const CompositionSnapshot> snapshot;
     /// Bottom first.
     std::vector<PreviewLayer> layers;

@@ -32,8 +32,10 @@ CanvasView::~CanvasView() {
 }
 
 void CanvasView::SetScene(CanvasScene scene) {
-    const bool resized = scene.width != scene_.width || scene.height != scene_.height;
+    const bool resized = scene.width != scene_.width || scene.height != scene_.height ||
+                         scene.pixelAspect != scene_.pixelAspect;
     scene_ = std::move(scene);
+    mapping_.SetAspect(scene_.pixelAspect);
     if (resized && !fitted_) {
         FitWithoutChoosing();
     }
@@ -100,8 +102,8 @@ QPoint CanvasView::DevicePixel(const QPointF& point) const {
 
 QPointF CanvasView::WidgetPointOf(const CompositionPoint& point) const {
     const double ratio = devicePixelRatioF();
-    return {(mapping_.OriginX() + point.x * mapping_.Zoom()) / ratio,
-            (mapping_.OriginY() + point.y * mapping_.Zoom()) / ratio};
+    const auto [x, y] = mapping_.ToScreen(point);
+    return {x / ratio, y / ratio};
 }
 
 void CanvasView::SetOutline(std::optional<LayerOutline> outline) {

@@ -1,16 +1,17 @@
-// The composition viewer: the composition drawn at a zoom, with its pixels as squares of
-// whole screen pixels when magnified; the wheel zooms around the pointer, the middle
-// button (or the space bar with the left button) pans, Ctrl+click sets the origin. A drag
-// with the left button, and the wheel with Alt held, are reported for the current tool to
-// act on; the selected layer's outline, corner handles and anchor point are drawn over the
-// composition.
+// The composition viewer: the composition drawn at a zoom, each of its pixels its pixel
+// aspect times as wide as tall (whole screen pixels tall when magnified); the wheel zooms
+// around the pointer, the middle button (or the space bar with the left button) pans,
+// Ctrl+click sets the origin. A drag with the left button, and the wheel with Alt held,
+// are reported for the current tool to act on; the selected layer's outline, corner
+// handles and anchor point are drawn over the composition.
 //
 // What it shows is kept apart from what the pointer measures. While anything changes (a
 // drag, a scrub, a zoom) the canvas draws a preview from the layers' display images at
 // the view's resolution; once the person lets go, the exact view of the visible region
 // is rendered on a worker thread (cancelled and started again by any change) and
-// replaces the preview. At rest and zoom 1 or above, every screen pixel then shows the
-// display colour of the composition pixel that the pointer reads there.
+// replaces the preview. At rest, where a composition pixel covers a screen pixel or more
+// across and down, every screen pixel then shows the display colour of the composition
+// pixel that the pointer reads there.
 #pragma once
 
 #include <array>

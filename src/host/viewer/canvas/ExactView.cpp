@@ -11,7 +11,8 @@ namespace qzview {
 
 namespace {
 
-/// Composition rows per band at zoom 1 and above; screen rows per band below.
+/// Composition rows per band where composition pixels are magnified; screen rows per band
+/// where they are not.
 constexpr int kBandRows = 32;
 constexpr int kBandScreenRows = 8;
 
@@ -34,7 +35,8 @@ void ShareOut(int count, int threads, const std::atomic<bool>& cancel, const Ban
     }
 }
 
-/// Zoom 1 and above: each screen pixel the display colour of its composition pixel.
+/// Where a composition pixel covers a screen pixel or more across and down: each screen
+/// pixel the display colour of its composition pixel.
 void Magnified(const CanvasScene& scene, const CanvasMapping& mapping, QImage& view,
                const std::atomic<bool>& cancel, int threads) {
     const int w = view.width();
@@ -91,31 +93,36 @@ void Magnified(const CanvasScene& scene, const CanvasMapping& mapping, QImage& v
     });
 }
 
-/// Below zoom 1: each screen pixel the box filter of the n x n composition pixels it
-/// covers (those inside the composition).
+/// Where a composition pixel is narrower or shorter than a screen pixel: each screen pixel
+/// the box filter of the composition pixels it covers (ColumnsAt by RowsAt, those inside
+/// the composition). A screen pixel shows the composition when the pixel that the pointer
+/// reads there lies inside it.
 void Reduced(const CanvasScene& scene, const CanvasMapping& mapping, QImage& view,
              const std::atomic<bool>& cancel, int threads) {
     const int w = view.width();
     const int h = view.height();
-    const int n = static_cast<int>(std::lround(1.0 / mapping.Zoom()));
-    // Screen pixel x covers composition columns (x - origin) n to (x - origin + 1) n - 1,
-    // and shows the composition when the centre of those lies inside it.
-    const auto inside = [n](int screen, int origin, int size) {
-        const int centre = (screen - origin) * n + n / 2;
-        return centre >= 0 && centre < size;
-    };
+    std::vector<std::pair<int, int>> columns(static_cast<std::size_t>(w));
+    std::vector<std::pair<int, int>> rows(static_cast<std::size_t>(h));
     int sx0 = w;
     int sx1 = 0;
+    int sy0 = h;
+    int sy1 = 0;
     for (int x = 0; x < w; ++x) {
-        if (inside(x, mapping.OriginX(), scene.width)) {
+        columns[static_cast<std::size_t>(x)] = mapping.ColumnsAt(x);
+        int px = 0;
+        int unused = 0;
+        mapping.PixelAt(x, 0, px, unused);
+        if (px >= 0 && px < scene.width) {
             sx0 = std::min(sx0, x);
             sx1 = x + 1;
         }
     }
-    int sy0 = h;
-    int sy1 = 0;
     for (int y = 0; y < h; ++y) {
-        if (inside(y, mapping.OriginY(), scene.height)) {
+        rows[static_cast<std::size_t>(y)] = mapping.RowsAt(y);
+        int py = 0;
+        int unused = 0;
+        mapping.PixelAt(0, y, unused, py);
+        if (py >= 0 && py < scene.height) {
             sy0 = std::min(sy0, y);
             sy1 = y + 1;
         }
@@ -132,16 +139,16 @@ void Reduced(const CanvasScene& scene, const CanvasMapping& mapping, QImage& vie
     if (sx1 <= sx0 || sy1 <= sy0) {
         return;
     }
-    const int cx0 = std::max(0, (sx0 - mapping.OriginX()) * n);
-    const int cx1 = std::min(scene.width, (sx1 - mapping.OriginX()) * n);
+    const int cx0 = std::max(0, columns[static_cast<std::size_t>(sx0)].first);
+    const int cx1 = std::min(scene.width, columns[static_cast<std::size_t>(sx1 - 1)].second);
     const auto cw = static_cast<std::size_t>(cx1 - cx0);
     const int bands = (sy1 - sy0 + kBandScreenRows - 1) / kBandScreenRows;
     ShareOut(bands, threads, cancel, [&](int band) {
         thread_local CompositeScratch scratch;
         const int first = sy0 + band * kBandScreenRows;
         const int last = std::min(sy1, first + kBandScreenRows);
-        const int by0 = std::max(0, (first - mapping.OriginY()) * n);
-        const int by1 = std::min(scene.height, (last - mapping.OriginY()) * n);
+        const int by0 = std::max(0, rows[static_cast<std::size_t>(first)].first);
+        const int by1 = std::min(scene.height, rows[static_cast<std::size_t>(last - 1)].second);
         std::vector<float> values(cw * static_cast<std::size_t>(std::max(0, by1 - by0)) * 4);
         CompositeRegion(*scene.snapshot, PixelRect{cx0, by0, cx1, by1}, AlphaForm::Premultiplied,
                         values.data(), scratch);
@@ -149,11 +156,11 @@ void Reduced(const CanvasScene& scene, const CanvasMapping& mapping, QImage& vie
         std::vector<float> means(count * 4);
         std::vector<std::uint32_t> colours(count);
         for (int y = first; y < last; ++y) {
-            const int ry0 = std::max(by0, (y - mapping.OriginY()) * n);
-            const int ry1 = std::min(by1, (y - mapping.OriginY() + 1) * n);
+            const int ry0 = std::max(by0, rows[static_cast<std::size_t>(y)].first);
+            const int ry1 = std::min(by1, rows[static_cast<std::size_t>(y)].second);
             for (int x = sx0; x < sx1; ++x) {
-                const int rx0 = std::max(cx0, (x - mapping.OriginX()) * n);
-                const int rx1 = std::min(cx1, (x - mapping.OriginX() + 1) * n);
+                const int rx0 = std::max(cx0, columns[static_cast<std::size_t>(x)].first);
+                const int rx1 = std::min(cx1, columns[static_cast<std::size_t>(x)].second);
                 double sum[4] = {0, 0, 0, 0};
                 for (int py = ry0; py < ry1; ++py) {
                     const float* p = values.data() + (static_cast<std::size_t>(py - by0) * cw +
@@ -192,7 +199,7 @@ bool RenderExactView(const CanvasScene& scene, const CanvasMapping& mapping, QIm
         view.fill(kOutside);
         return !cancel.load();
     }
-    if (mapping.Zoom() >= 1.0) {
+    if (mapping.ScaleX() >= 1.0 && mapping.ScaleY() >= 1.0) {
         Magnified(scene, mapping, view, cancel, threads);
     } else {
         Reduced(scene, mapping, view, cancel, threads);

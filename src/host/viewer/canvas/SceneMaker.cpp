@@ -14,6 +14,7 @@ CanvasScene SceneMaker::Make(const Composition& composition, const DisplaySettin
     CanvasScene scene;
     scene.width = composition.Width();
     scene.height = composition.Height();
+    scene.pixelAspect = composition.PixelAspect();
     scene.snapshot = composition.Snapshot();
     scene.display = display;
     scene.monitor = monitor;

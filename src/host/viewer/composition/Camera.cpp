@@ -37,6 +37,11 @@ Matrix3 LookAt(const Vector3& from, const Vector3& to) noexcept {
              {right[2], down[2], forward[2]}}};
 }
 
+/// Composition point `p` in the space that the camera sees: its x in pixel heights.
+Vector3 InSpace(const PropertyValue& p, double composition_aspect) noexcept {
+    return {p[0] * DrawnAspect(composition_aspect), p[1], p[2]};
+}
+
 /// Whether `a` equals `b` but for rounding.
 bool Near(double a, double b) noexcept {
     return std::abs(a - b) <= 1e-9 * std::max(1.0, std::abs(b));
@@ -53,29 +58,32 @@ const Layer* ActiveCamera(const std::vector<Layer>& layers) noexcept {
     return nullptr;
 }
 
-double NewCameraZoom(int width) noexcept {
+double NewCameraZoom(double width) noexcept {
     return std::max(kMinimumZoom, width * 50.0 / 36.0);
 }
 
-LayerValues NewCameraValues(int width, int height) noexcept {
+LayerValues NewCameraValues(int width, int height, double aspect) noexcept {
     LayerValues values;
-    values.zoom = NewCameraZoom(width);
+    values.zoom = NewCameraZoom(width * DrawnAspect(aspect));
     values.anchor = {width / 2.0, height / 2.0, 0};
     values.position = {width / 2.0, height / 2.0, -values.zoom};
     return values;
 }
 
-Matrix3 LayerToSpace(const Layer& layer) noexcept {
+Matrix3 LayerToSpace(const Layer& layer, double composition_aspect) noexcept {
     const LayerValues& v = layer.values;
     const Matrix3 r = RotationOf(layer);
     const Vector3 scale{v.scale[0] / 100.0, v.scale[1] / 100.0,
                         layer.ThreeD() ? v.scale[2] / 100.0 : 1.0};
     const double az = layer.ThreeD() ? v.anchor[2] : 0.0;
+    // A layer pixel is `wide` pixel heights wide; the position's x is in composition pixels.
+    const double wide = layer.PixelAspect();
+    const Vector3 position = InSpace(v.position, composition_aspect);
     Matrix3 out{};
     for (int i = 0; i < 3; ++i) {
-        out[i][0] = r[i][0] * scale[0];
+        out[i][0] = r[i][0] * scale[0] * wide;
         out[i][1] = r[i][1] * scale[1];
-        out[i][2] = v.position[i] - out[i][0] * v.anchor[0] - out[i][1] * v.anchor[1] -
+        out[i][2] = position[i] - out[i][0] * v.anchor[0] - out[i][1] * v.anchor[1] -
                     r[i][2] * scale[2] * az;
     }
     if (!layer.ThreeD()) {
@@ -84,32 +92,37 @@ Matrix3 LayerToSpace(const Layer& layer) noexcept {
     return out;
 }
 
-Matrix3 CameraAxes(const Layer& camera) noexcept {
+Matrix3 CameraAxes(const Layer& camera, double composition_aspect) noexcept {
     const LayerValues& v = camera.values;
-    return Multiply(LookAt(v.position, v.anchor), RotationOf(camera));
+    return Multiply(
+        LookAt(InSpace(v.position, composition_aspect), InSpace(v.anchor, composition_aspect)),
+        RotationOf(camera));
 }
 
-Projective LayerThroughCamera(const Layer& layer, const Layer* camera, int width,
-                              int height) noexcept {
-    const Affine flat = LayerToComposition(layer);
+Projective LayerThroughCamera(const Layer& layer, const Layer* camera, int width, int height,
+                              double composition_aspect) noexcept {
+    const Affine flat = LayerToComposition(layer, composition_aspect);
     if (camera == nullptr || !layer.ThreeD() || layer.kind != LayerKind::Visual) {
         return Projective(flat);
     }
     const LayerValues& c = camera->values;
     const double zoom = std::max(c.zoom, kMinimumZoom);
+    const double across = DrawnAspect(composition_aspect);
     // The layer's points relative to the camera, in the camera's axes.
-    const Matrix3 toCamera = Transposed(CameraAxes(*camera));
-    Matrix3 space = LayerToSpace(layer);
+    const Matrix3 toCamera = Transposed(CameraAxes(*camera, composition_aspect));
+    Matrix3 space = LayerToSpace(layer, composition_aspect);
+    const Vector3 eye = InSpace(c.position, composition_aspect);
     for (int i = 0; i < 3; ++i) {
-        space[i][2] -= c.position[i];
+        space[i][2] -= eye[i];
     }
     const Matrix3 seen = Multiply(toCamera, space);
-    // x w = x + cx z / Zoom, y w = y + cy z / Zoom, w = z / Zoom.
-    const double cx = width / 2.0;
+    // x w = x + cx z / Zoom, y w = y + cy z / Zoom, w = z / Zoom, with x and cx (the
+    // composition's centre) in pixel heights; x w is then taken back to composition pixels.
+    const double cx = across * width / 2.0;
     const double cy = height / 2.0;
     Projective out;
     for (int j = 0; j < 3; ++j) {
-        out.m[0][j] = (zoom * seen[0][j] + cx * seen[2][j]) / zoom;
+        out.m[0][j] = (zoom * seen[0][j] + cx * seen[2][j]) / zoom / across;
         out.m[1][j] = (zoom * seen[1][j] + cy * seen[2][j]) / zoom;
         out.m[2][j] = seen[2][j] / zoom;
     }

@@ -22,7 +22,8 @@ void Composition::Changed() noexcept {
 
 void Composition::KeepPlacement(const Layer& layer) {
     Placement& placement = placements_[layer.id];
-    placement.transform = LayerThroughCamera(layer, ActiveCamera(layers_), width_, height_);
+    placement.transform =
+        LayerThroughCamera(layer, ActiveCamera(layers_), width_, height_, pixelAspect_);
     placement.inverse = placement.transform.Inverse();
     placement.pixels = layer.image
                            ? AfterMove(placement.transform, layer.image->dataX, layer.image->dataY)
@@ -73,6 +74,7 @@ int Composition::AddImage(LayerImage image) {
     if (layers_.empty() || width_ == 0) {
         width_ = image.frameWidth;
         height_ = image.frameHeight;
+        pixelAspect_ = DrawnAspect(image.pixelAspect);
     }
     Layer layer;
     layer.name = image.name;
@@ -92,7 +94,7 @@ int Composition::AddCamera() {
     Layer camera;
     camera.name = "Camera " + std::to_string(cameras + 1);
     camera.kind = LayerKind::Camera;
-    camera.values = NewCameraValues(width_, height_);
+    camera.values = NewCameraValues(width_, height_, pixelAspect_);
     camera.defaults = camera.values;
     const int id = Add(std::move(camera)).id;
     // The new camera is the active one.

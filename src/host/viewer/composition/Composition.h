@@ -6,6 +6,7 @@
 // is the frame's top-left pixel. Its pixels are the working values that the Info palette
 // reads: straight colour with alpha, in floats. No buffer of them is kept: a pixel, or a
 // region of them, is composited from the layers' own pixels when it is asked for.
+// It takes the first image's pixel aspect too (how much wider than tall a pixel is shown).
 #pragma once
 
 #include <array>
@@ -72,6 +73,8 @@ public:
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }
+    /// How many times wider than tall the composition's pixels are shown.
+    double PixelAspect() const noexcept { return pixelAspect_; }
 
     /// Counts the changes to what the composition shows (a layer added, removed, moved,
     /// hidden or shown, new values), so
@@ -107,6 +110,7 @@ private:
     int nextId_ = 1;
     int width_ = 0;
     int height_ = 0;
+    double pixelAspect_ = 1.0;
     std::uint64_t generation_ = 0;
     mutable std::shared_ptr<const CompositionSnapshot> snapshot_;
 };

@@ -17,6 +17,13 @@ double Wrap360(double degrees) noexcept {
 
 } // namespace
 
+double DrawnAspect(double aspect) noexcept {
+    if (!(aspect > 0) || !std::isfinite(aspect)) {
+        return 1.0;
+    }
+    return std::clamp(aspect, 1.0 / 16, 16.0);
+}
+
 std::vector<Property> PropertiesOf(const Layer& layer) {
     std::vector<Property> list{Property::AnchorPoint, Property::Position};
     if (layer.kind == LayerKind::Visual) {
@@ -226,17 +233,22 @@ Matrix3 RotationOf(const Layer& layer) noexcept {
                : RotateZ(v.rotation);
 }
 
-Affine LayerToComposition(const Layer& layer) noexcept {
+Affine LayerToComposition(const Layer& layer, double composition_aspect) noexcept {
     const LayerValues& v = layer.values;
     const Matrix3 r = RotationOf(layer);
     const double sx = v.scale[0] / 100.0;
     const double sy = v.scale[1] / 100.0;
     const double sz = layer.ThreeD() ? v.scale[2] / 100.0 : 1.0;
     const double az = layer.ThreeD() ? v.anchor[2] : 0.0;
+    // A layer pixel is `wide` units wide, a composition pixel `across`; a unit is a pixel's
+    // height. Layer pixels as wide as the composition's (square ones among them) keep their
+    // x steps unchanged.
+    const double wide = layer.PixelAspect();
+    const double across = DrawnAspect(composition_aspect);
     Affine m;
-    m.a = r[0][0] * sx;
-    m.b = r[1][0] * sx;
-    m.c = r[0][1] * sy;
+    m.a = r[0][0] * sx * (wide / across);
+    m.b = r[1][0] * sx * wide;
+    m.c = r[0][1] * sy / across;
     m.d = r[1][1] * sy;
     // The rotations of whole turns leave sines of about 1e-16; a transform that is a
     // translation in all but rounding is drawn as one.
@@ -249,7 +261,7 @@ Affine LayerToComposition(const Layer& layer) noexcept {
             *entry = -1;
         }
     }
-    m.e = v.position[0] - m.a * v.anchor[0] - m.c * v.anchor[1] - r[0][2] * sz * az;
+    m.e = v.position[0] - m.a * v.anchor[0] - m.c * v.anchor[1] - r[0][2] * sz * az / across;
     m.f = v.position[1] - m.b * v.anchor[0] - m.d * v.anchor[1] - r[1][2] * sz * az;
     return m;
 }

@@ -7,6 +7,11 @@
 // A drawn layer places its pixels by one affine transform: a point p of the layer
 // (continuous pixel coordinates, 0,0 the top-left corner of the first pixel) goes to
 // R * S * (p - anchor) + position, where S is the scale in percent and R the rotation.
+// The turn and the scale act on the pixels as they are meant to be seen: a pixel of the
+// layer is its pixel aspect wide and 1 tall, a pixel of the composition the composition's
+// pixel aspect wide, so the point goes to Kc^-1 * (R * S * Kl * (p - anchor)) + position
+// with Kl = diag(layer aspect, 1) and Kc = diag(composition aspect, 1), and a turn stays a
+// turn on the screen. With square pixels both are the identity.
 // Without a camera a 3-D layer is seen by an orthographic camera looking down the z axis,
 // so its x and y rotations and its depth change how it is drawn but never its size by
 // distance; a camera layer (Camera.h) sees 3-D layers in perspective instead.
@@ -23,6 +28,10 @@
 #include "Space3.h"
 
 namespace qzview {
+
+/// The pixel aspect that is drawn for `aspect`: `aspect` itself from 1/16 to 16, the nearer
+/// of those bounds beyond them, and 1 for a value that is not a positive number.
+double DrawnAspect(double aspect) noexcept;
 
 /// The layer kinds of the host's project model.
 enum class LayerKind : std::int32_t { Visual = 0, Camera = 1 };
@@ -109,6 +118,8 @@ struct Layer {
     /// inside it, around it or beside it).
     int Width() const noexcept { return image ? image->frameWidth : 0; }
     int Height() const noexcept { return image ? image->frameHeight : 0; }
+    /// How many times wider than tall the layer's pixels are shown (1 for a camera).
+    double PixelAspect() const noexcept { return image ? DrawnAspect(image->pixelAspect) : 1.0; }
 };
 
 /// The properties that `layer` has, in the dock's order.
@@ -141,8 +152,9 @@ struct Affine {
 /// The turn of a layer: its Z rotation on a 2-D layer; on a 3-D layer (or a camera) its
 /// X, Y and Z rotations after its orientation.
 Matrix3 RotationOf(const Layer& layer) noexcept;
-/// Where a drawn layer's pixels go in the composition without a camera.
-Affine LayerToComposition(const Layer& layer) noexcept;
+/// Where a drawn layer's pixels go without a camera in a composition whose pixels are
+/// `composition_aspect` times as wide as tall.
+Affine LayerToComposition(const Layer& layer, double composition_aspect = 1.0) noexcept;
 /// The corners of a `width` x `height` layer placed by `transform`, in the composition:
 /// top-left, top-right, bottom-right, bottom-left.
 std::array<std::array<double, 2>, 4> Corners(const Affine& transform, int width,

@@ -8,11 +8,14 @@
 namespace qzview {
 
 LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at,
-                     const Projective& placed)
+                     const Projective& placed, double composition_aspect)
     : layerId_(layer.id), property_(property), before_(layer.values), values_(layer.values),
-      from_(at), start_(placed), startInverse_(placed.Inverse()), space_(LayerToSpace(layer)),
-      last_(at), startValue_(GetProperty(layer.values, property)) {
+      from_(at), aspect_(DrawnAspect(composition_aspect)), start_(placed),
+      startInverse_(placed.Inverse()), space_(LayerToSpace(layer, composition_aspect)), last_(at),
+      startValue_(GetProperty(layer.values, property)) {
     value_ = startValue_;
+    space_[0][0] /= aspect_;
+    space_[0][1] /= aspect_;
     // Without a camera the anchor point is drawn where the position is.
     anchorSeen_ = {before_.position[0], before_.position[1]};
     if (!start_.IsAffine()) {
@@ -23,11 +26,15 @@ LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at,
     lastAngle_ = PointerAngle(at);
 }
 
-LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at)
-    : LayerDrag(layer, property, at, Projective(LayerToComposition(layer))) {}
+LayerDrag::LayerDrag(const Layer& layer, Property property, CompositionPoint at,
+                     double composition_aspect)
+    : LayerDrag(layer, property, at, Projective(LayerToComposition(layer, composition_aspect)),
+                composition_aspect) {}
 
 double LayerDrag::PointerAngle(CompositionPoint at) const noexcept {
-    return std::atan2(at.y - anchorSeen_[1], at.x - anchorSeen_[0]) * 180.0 / std::numbers::pi;
+    // As drawn: a composition pixel is aspect_ pixel heights wide.
+    return std::atan2(at.y - anchorSeen_[1], (at.x - anchorSeen_[0]) * aspect_) * 180.0 /
+           std::numbers::pi;
 }
 
 std::optional<std::array<double, 2>> LayerDrag::LayerPoint(CompositionPoint at) const noexcept {
@@ -126,7 +133,7 @@ const LayerValues& LayerDrag::Move(CompositionPoint at, bool shift) {
                 // The face follows the pointer: down brings the top forward (about X),
                 // right brings the left side forward (about Y).
                 turnedXYZ_[0] += (at.y - last_.y) * kDegreesPerPixel;
-                turnedXYZ_[1] -= (at.x - last_.x) * kDegreesPerPixel;
+                turnedXYZ_[1] -= (at.x - last_.x) * aspect_ * kDegreesPerPixel;
             }
             value_ = {startValue_[0] + turnedXYZ_[0], startValue_[1] + turnedXYZ_[1],
                       startValue_[2] + turnedXYZ_[2]};

@@ -8,6 +8,10 @@
 // face following the pointer: moving down turns it about X (the top comes forward),
 // moving right about Y (the left side comes forward), half a degree for each composition
 // pixel; with Shift held the pointer's turns around the anchor point turn it about Z.
+//
+// In a composition of pixels wider or taller than square, the pointer's turns and its
+// horizontal motion are measured as the composition is drawn (a composition pixel its
+// pixel aspect wide), so that a layer turns with the pointer on the screen.
 #pragma once
 
 #include "canvas/CanvasMapping.h"
@@ -21,15 +25,19 @@ enum class Tool { Selection, AnchorPoint, Rotation };
 
 class LayerDrag {
 public:
-    /// Degrees of Orientation for each composition pixel the pointer moves.
+    /// Degrees of Orientation for each composition pixel the pointer moves down (across,
+    /// for each composition pixel's height as drawn).
     static constexpr double kDegreesPerPixel = 0.5;
 
     /// A drag of `property` of `layer` (Position, AnchorPoint, Scale, Rotation or
     /// Orientation) that began at composition point `at`, the layer placed by `placed`
-    /// (its transform through the active camera).
-    LayerDrag(const Layer& layer, Property property, CompositionPoint at, const Projective& placed);
+    /// (its transform through the active camera) in a composition whose pixels are
+    /// `composition_aspect` times as wide as tall.
+    LayerDrag(const Layer& layer, Property property, CompositionPoint at, const Projective& placed,
+              double composition_aspect = 1.0);
     /// The same for a layer placed by LayerToComposition (no camera).
-    LayerDrag(const Layer& layer, Property property, CompositionPoint at);
+    LayerDrag(const Layer& layer, Property property, CompositionPoint at,
+              double composition_aspect = 1.0);
 
     /// The layer's values for the pointer at `at`; `shift` (Shift held) keeps a scale's
     /// proportions and turns a 3-D layer's Orientation about Z. Value() and Change() then
@@ -52,9 +60,12 @@ private:
     LayerValues before_;
     LayerValues values_;
     CompositionPoint from_;
+    /// Pixel heights per composition pixel along x.
+    double aspect_;
     Projective start_;
     std::optional<Projective> startInverse_;
-    /// Where the layer's pixels lie in the composition's space (LayerToSpace).
+    /// Where the layer's pixels lie in the composition's space (LayerToSpace), its x in
+    /// composition pixels as the Position's is.
     Matrix3 space_;
     /// Where the anchor point is seen.
     std::array<double, 2> anchorSeen_{};

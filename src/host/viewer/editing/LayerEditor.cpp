@@ -85,7 +85,8 @@ void LayerEditor::Press(CompositionPoint at, bool corner_handle) {
         }
     }
     if (layer != nullptr) {
-        drag_.emplace(*layer, property, at, composition_.Transform(layer->id));
+        drag_.emplace(*layer, property, at, composition_.Transform(layer->id),
+                      composition_.PixelAspect());
     }
 }
 
