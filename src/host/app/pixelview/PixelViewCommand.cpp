@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "pixelview/AreaSample.h"
 #include "pixelview/DisplayModeChoice.h"
 #include "pixelview/PanelState.h"
 #include "pixelview/PanelText.h"
@@ -46,8 +47,9 @@ std::string PointText(const Point& point) {
     return NumberText(point.x) + "," + NumberText(point.y);
 }
 
-/// The pixel under `point`; throws BadRequest for a point outside the image.
-Shown PixelAt(const PixelViewImage& image, const Point& point) {
+/// The pixel under `point`, or the mean of the square of side `sample` around it; throws
+/// BadRequest for a point outside the image.
+Shown PixelAt(const PixelViewImage& image, const Point& point, int sample) {
     const double column = std::floor(point.x);
     const double row = std::floor(point.y);
     const bool representable =
@@ -59,7 +61,9 @@ Shown PixelAt(const PixelViewImage& image, const Point& point) {
                          std::to_string(image.Y0()) + " to " +
                          std::to_string(image.Y0() + image.Height() - 1) + ")");
     }
-    return {point, image.PixelAt(static_cast<int>(column), static_cast<int>(row))};
+    const int x = static_cast<int>(column);
+    const int y = static_cast<int>(row);
+    return {point, sample == 1 ? image.PixelAt(x, y) : MeanAround(image, x, y, sample)};
 }
 
 const char* DepthText(std::int8_t depth) {
@@ -73,14 +77,16 @@ const char* DepthText(std::int8_t depth) {
     }
 }
 
-/// What the host writes into the panel's text lines about the image in the viewer.
-std::vector<std::string> ImageLines(const PixelViewImage& image) {
+/// What the host writes into the panel's text lines about the image in the viewer, and
+/// the side of the square whose mean is shown when it is not a point.
+std::vector<std::string> ImageLines(const PixelViewImage& image, int sample) {
     return {
         fs::path(image.Path()).filename().string(),
         image.FormatName() + ", " + std::to_string(image.Width()) + " x " +
             std::to_string(image.Height()) + ", " + image.ChannelNames() + ", " +
             image.ChannelType(),
-        std::string("Project: ") + DepthText(image.ProjectDepth()),
+        std::string("Project: ") + DepthText(image.ProjectDepth()) +
+            (sample == 1 ? "" : ", " + SampleSizeName(sample) + " mean"),
     };
 }
 
@@ -115,7 +121,10 @@ public:
         TextBuffer path;
         AppendJsonString(image.Path(), path);
         imageJson_ = ",\"image\":" + std::string(path.View()) + ",\"at\":[";
-        depthJson_ = ",\"project_depth\":" + std::to_string(image.ProjectDepth()) + "}\n";
+        if (options.sample != 1) {
+            depthJson_ = ",\"sample\":" + std::to_string(options.sample);
+        }
+        depthJson_ += ",\"project_depth\":" + std::to_string(image.ProjectDepth()) + "}\n";
     }
 
     std::size_t Count() const noexcept { return count_; }
@@ -171,7 +180,7 @@ private:
         if (mode_ != nullptr) {
             host_->ChooseDisplayMode(*mode_);
         }
-        const std::vector<std::string> lines = ImageLines(image_);
+        const std::vector<std::string> lines = ImageLines(image_, options_.sample);
         host_->ShowTextLines(lines[0], lines[1], lines[2]);
     }
 
@@ -182,8 +191,8 @@ private:
     bool several_;
     std::unique_ptr<PixelViewHost> host_;
     PanelState state_;
-    /// The image's member and the start of the point's, and the project depth that ends
-    /// the object: the same for every point.
+    /// The image's member and the start of the point's, and the sample's side (above 1)
+    /// and the project depth that end the object: the same for every point.
     std::string imageJson_;
     std::string depthJson_;
     /// The text of one point, its storage reused.
@@ -209,7 +218,7 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
         if (source.fromInput) {
             from_input = true;
         } else {
-            given.push_back(PixelAt(image, source.at));
+            given.push_back(PixelAt(image, source.at, options.sample));
         }
     }
 
@@ -224,7 +233,7 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
         }
         PointReader reader(in);
         for (Point point; reader.Next(point);) {
-            viewer.Show(PixelAt(image, point), out);
+            viewer.Show(PixelAt(image, point, options.sample), out);
         }
     }
     if (viewer.Count() == 0) {
