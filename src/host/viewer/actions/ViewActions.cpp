@@ -2,6 +2,7 @@
 
 #include <QDoubleSpinBox>
 
+#include "SampleChoices.h"
 #include "canvas/CanvasView.h"
 
 namespace qzview {
@@ -34,6 +35,8 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
         Keep(QStringLiteral("ClearOrigin"),
              menu_->addAction(tr("&Clear Origin"), this, &ViewActions::originCleared));
     clearOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+    menu_->addSeparator();
+    sampling_ = new SampleChoices(*menu_, this);
 
     // Made for the window; the toolbar that shows it becomes its parent.
     exposure_ = new QDoubleSpinBox(&window);

@@ -1,6 +1,7 @@
 // The View menu: the zoom steps of the canvas, and the origin of X', Y' set at the pointer's
-// last place on the canvas (disabled until the pointer has been there) or cleared; and the exposure
-// box of the View toolbar, for float images on the display.
+// last place on the canvas (disabled until the pointer has been there) or cleared; how the
+// Info panel samples the composite (SampleChoices); and the exposure box of the View
+// toolbar, for float images on the display.
 #pragma once
 
 #include "ActionSet.h"
@@ -11,6 +12,7 @@ class QDoubleSpinBox;
 namespace qzview {
 
 class CanvasView;
+class SampleChoices;
 
 class ViewActions : public ActionSet {
     Q_OBJECT
@@ -20,6 +22,8 @@ public:
 
     /// The exposure in stops; the window enables it while the project depth is float.
     QDoubleSpinBox* Exposure() const noexcept { return exposure_; }
+    /// Sample Size and Sample Values.
+    SampleChoices& Sampling() const noexcept { return *sampling_; }
 
     /// Whether the pointer has been on the canvas, so that Set Origin at Pointer has a
     /// place to take.
@@ -35,6 +39,7 @@ signals:
 private:
     QDoubleSpinBox* exposure_ = nullptr;
     QAction* setOrigin_ = nullptr;
+    SampleChoices* sampling_ = nullptr;
 };
 
 } // namespace qzview
