@@ -127,8 +127,8 @@ TEST_F(PixelViewSample, ThePanelShowsTheMeanOfTheSquare) {
             // X, Y stay the point's.
             EXPECT_EQ(ControlText(panel, 15), std::to_string(x));
             EXPECT_EQ(ControlText(panel, 16), std::to_string(y));
-            EXPECT_EQ(panel.at("lines").at(2), "Project: 32 bpc float, " + std::to_string(r.n) +
-                                                   " x " + std::to_string(r.n) + " mean");
+            EXPECT_EQ(panel.at("lines").at(2), "32 bpc float, " + std::to_string(r.n) + " x " +
+                                                   std::to_string(r.n) + " mean");
         }
     }
 }

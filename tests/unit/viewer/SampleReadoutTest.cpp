@@ -5,6 +5,7 @@
 // readout on the clipboard as text and JSON.
 #include <array>
 #include <cmath>
+#include <fstream>
 #include <vector>
 
 #include <QAction>
@@ -17,6 +18,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QStatusBar>
 
 #include "ReferenceComposite.h"
 #include "ViewerHarness.h"
@@ -227,6 +229,19 @@ TEST_F(SampleReadoutTest, TheChoicesAreRememberedAcrossRuns) {
     EXPECT_FALSE(Window().Info().DisplayedValues());
 }
 
+TEST_F(SampleReadoutTest, StoredChoicesThatAreNotOfferedFallBackToPointAndWorking) {
+    {
+        std::ofstream prefs(PrefsPath());
+        prefs << "# qzhost preferences\n[Viewer Sampling]\nSample Size = 7\nSample Values = "
+                 "sideways\n";
+    }
+    Start();
+    EXPECT_TRUE(Item("view.sampleSize.1")->isChecked());
+    EXPECT_TRUE(Item("view.sampleValues.working")->isChecked());
+    EXPECT_EQ(Window().Info().SampleSize(), 1);
+    EXPECT_FALSE(Window().Info().DisplayedValues());
+}
+
 TEST_F(SampleReadoutTest, DisplayedValuesAreTheCanvasValuesBeforeTheyBecomeLevels) {
     Start({"chart.exr"});
     ASSERT_EQ(Window().ProjectDepth(), 2);
@@ -289,18 +304,39 @@ TEST_F(SampleReadoutTest, HoverLinesNameTheSample) {
     const std::string plain = Lines().at(2);
     EXPECT_EQ(plain, "png 8-bit, 240 x 160");
     ChooseSize(5);
-    EXPECT_EQ(Lines().at(2), plain + ", 5 x 5 mean");
+    EXPECT_EQ(Lines().at(2), "png 8-bit, 240 x 160, 5 x 5 mean");
     ChooseDisplayed(true);
-    EXPECT_EQ(Lines().at(2), plain + ", 5 x 5 mean, displayed");
+    // The panel is narrow: the format gives way to the note.
+    EXPECT_EQ(Lines().at(2), "240 x 160, 5 x 5 mean, displayed");
     ChooseSize(1);
-    EXPECT_EQ(Lines().at(2), plain + ", displayed");
+    EXPECT_EQ(Lines().at(2), "png 8-bit, 240 x 160, displayed");
     // Beside every layer the note stands alone.
     MoveOver(Over(-20.5, 10.5));
     EXPECT_EQ(Lines().at(2), "Displayed");
+    ChooseSize(31);
+    EXPECT_EQ(Lines().at(2), "31 x 31 mean, displayed");
     ChooseDisplayed(false);
+    ChooseSize(1);
     EXPECT_EQ(Lines().at(2), "");
     MoveOver(Over(50.5, 70.5));
     EXPECT_EQ(Lines().at(2), plain);
+}
+
+TEST_F(SampleReadoutTest, HoverLinesStayShortForTheNarrowPanel) {
+    Start({"chart.exr"});
+    Canvas().ZoomTo(1.0);
+    MoveOver(Over(50.5, 70.5));
+    EXPECT_EQ(Lines().at(2), "openexr half float, 240 x 160");
+    ChooseSize(101);
+    EXPECT_EQ(Lines().at(2), "240 x 160, 101 x 101 mean");
+    ChooseDisplayed(true);
+    EXPECT_EQ(Lines().at(2), "101 x 101 mean, displayed");
+    for (const int size : {3, 5, 11, 31, 51}) {
+        ChooseSize(size);
+        EXPECT_LE(Lines().at(2).size(), 33u) << Lines().at(2);
+        EXPECT_NE(Lines().at(2).find(std::to_string(size) + " mean, displayed"), std::string::npos)
+            << Lines().at(2);
+    }
 }
 
 TEST_F(SampleReadoutTest, CopyPixelValuesPutsThePanelsTextAndTheDeliveredJson) {
@@ -358,6 +394,15 @@ TEST_F(SampleReadoutTest, CopyPixelValuesPutsThePanelsTextAndTheDeliveredJson) {
     EXPECT_EQ(shown["values"].toString(), "displayed");
     EXPECT_FALSE(shown.contains("origin"));
     EXPECT_EQ(static_cast<float>(shown["red"].toDouble()), Delivered()[0]);
+
+    // With the Info panel closed there is no readout to copy: the clipboard keeps what it
+    // held, and the status bar says why.
+    InfoDock()->close();
+    Settle();
+    QGuiApplication::clipboard()->setText("kept");
+    copy->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "kept");
+    EXPECT_TRUE(Window().statusBar()->currentMessage().contains("closed"));
 }
 
 TEST_F(SampleReadoutTest, KeyboardShortcutsListCopyPixelValues) {

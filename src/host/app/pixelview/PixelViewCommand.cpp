@@ -77,16 +77,16 @@ const char* DepthText(std::int8_t depth) {
     }
 }
 
-/// What the host writes into the panel's text lines about the image in the viewer, and
-/// the side of the square whose mean is shown when it is not a point.
+/// What the host writes into the panel's text lines about the image in the viewer; with
+/// a sample, the last line names its square after the depth (short: the panel is narrow).
 std::vector<std::string> ImageLines(const PixelViewImage& image, int sample) {
     return {
         fs::path(image.Path()).filename().string(),
         image.FormatName() + ", " + std::to_string(image.Width()) + " x " +
             std::to_string(image.Height()) + ", " + image.ChannelNames() + ", " +
             image.ChannelType(),
-        std::string("Project: ") + DepthText(image.ProjectDepth()) +
-            (sample == 1 ? "" : ", " + SampleSizeName(sample) + " mean"),
+        sample == 1 ? std::string("Project: ") + DepthText(image.ProjectDepth())
+                    : DepthText(image.ProjectDepth()) + (", " + SampleSizeName(sample)) + " mean",
     };
 }
 

@@ -16,7 +16,7 @@ namespace qzview {
 namespace {
 
 /// The preference section and its keys.
-constexpr const char* kSection = "Viewer Sampling";
+constexpr const char* kSamplingSection = "Viewer Sampling";
 constexpr const char* kSizeKey = "Sample Size";
 constexpr const char* kValuesKey = "Sample Values";
 constexpr const char* kWorking = "working";
@@ -24,7 +24,7 @@ constexpr const char* kDisplayed = "displayed";
 
 /// The stored size when it is one of the sizes offered; 1 otherwise.
 int StoredSize() {
-    const std::optional<std::string> text = qzhost::HostTextPreference(kSection, kSizeKey);
+    const std::optional<std::string> text = qzhost::HostTextPreference(kSamplingSection, kSizeKey);
     if (!text) {
         return 1;
     }
@@ -42,7 +42,7 @@ int StoredSize() {
 }
 
 bool StoredDisplayed() {
-    return qzhost::HostTextPreference(kSection, kValuesKey) ==
+    return qzhost::HostTextPreference(kSamplingSection, kValuesKey) ==
            std::optional<std::string>(kDisplayed);
 }
 
@@ -92,7 +92,7 @@ void SampleChoices::ChooseSize(int size) {
     }
     size_ = size;
     // A file that cannot be written keeps the old choice; this run takes the new one.
-    (void)qzhost::SetHostTextPreference(kSection, kSizeKey, std::to_string(size));
+    (void)qzhost::SetHostTextPreference(kSamplingSection, kSizeKey, std::to_string(size));
     emit sizeChosen(size);
 }
 
@@ -101,7 +101,8 @@ void SampleChoices::ChooseValues(bool displayed) {
         return;
     }
     displayed_ = displayed;
-    (void)qzhost::SetHostTextPreference(kSection, kValuesKey, displayed ? kDisplayed : kWorking);
+    (void)qzhost::SetHostTextPreference(kSamplingSection, kValuesKey,
+                                        displayed ? kDisplayed : kWorking);
     emit valuesChosen(displayed);
 }
 

@@ -40,12 +40,31 @@ const char* ToolHint(Tool tool, bool empty, bool over_layer, bool selected) {
 }
 
 /// What the third text line says of the sample: the square whose mean is shown when it
-/// is not the point, and whether the values are the displayed ones. Short: the panel is
-/// narrow.
+/// is not the point, and whether the values are the displayed ones.
 std::string SampleNote(int size, bool displayed) {
     std::string note = size == 1 ? "" : qzhost::pixelview::SampleSizeName(size) + " mean";
     if (displayed) {
         note += note.empty() ? "displayed" : ", displayed";
+    }
+    return note;
+}
+
+/// The most characters of a text line that the panel shows whole at its narrowest.
+constexpr std::size_t kLineRoom = 33;
+
+/// The third text line over a layer: its image's format, channel type and size, then the
+/// sample's note. The panel is narrow: where both do not fit, the note keeps the image's
+/// size only, or stands alone.
+std::string ImageLine(const LayerImage& image, const std::string& note) {
+    const std::string size = std::to_string(image.width) + " x " + std::to_string(image.height);
+    const std::string full = image.format + " " + image.channelType + ", " + size;
+    if (note.empty()) {
+        return full;
+    }
+    for (const std::string& line : {full + ", " + note, size + ", " + note}) {
+        if (line.size() <= kLineRoom) {
+            return line;
+        }
     }
     return note;
 }
@@ -193,10 +212,7 @@ void InfoFeed::ShowHoverText(const Layer* hovered) {
         ShowTextLines(hint, "", alone);
         return;
     }
-    const LayerImage& image = *hovered->image;
-    ShowTextLines(hint, hovered->name,
-                  image.format + " " + image.channelType + ", " + std::to_string(image.width) +
-                      " x " + std::to_string(image.height) + (note.empty() ? "" : ", " + note));
+    ShowTextLines(hint, hovered->name, ImageLine(*hovered->image, note));
 }
 
 void InfoFeed::ShowTextLines(const std::string& a, const std::string& b, const std::string& c) {
