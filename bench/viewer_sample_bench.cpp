@@ -69,6 +69,12 @@ const qzview::Composition& Plates() {
 void Sample(benchmark::State& state) {
     const int size = static_cast<int>(state.range(0));
     const auto snapshot = Plates().Snapshot();
+    int dx = 0;
+    int dy = 0;
+    if (snapshot->layers.size() != 3 || snapshot->layers[2].warp.WholePixelShift(dx, dy)) {
+        state.SkipWithError("the composition is not three layers, the top one warped");
+        return;
+    }
     qzview::CompositeSampler sampler;
     constexpr std::array<std::array<int, 2>, 8> places = {{{1920, 1080},
                                                            {400, 300},
