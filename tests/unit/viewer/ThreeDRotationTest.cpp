@@ -11,6 +11,7 @@
 #include "ViewerHarness.h"
 #include "composition/Camera.h"
 #include "docks/LayerPropertiesPanel.h"
+#include "docks/ScrubNumber.h"
 #include "editing/LayerDrag.h"
 #include "editing/LayerEditor.h"
 

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "pixelview/AreaSample.h"
 #include "pixelview/ChannelSets.h"
 #include "pixelview/DisplayModeChoice.h"
 #include "pixelview/PanelState.h"
@@ -52,9 +53,10 @@ std::string Span(int first, int count) {
 }
 
 /// The pixel under `point`, a point of the image's frame (its display window; 0,0 its
-/// top-left pixel): transparent black where the frame has no pixel. Throws BadRequest for
-/// a point outside both the frame and the pixels.
-Shown PixelAt(const PixelViewImage& image, const Point& point) {
+/// top-left pixel): transparent black where the frame has no pixel; or, with `sample` above
+/// 1, the mean of the square of that side around it. Throws BadRequest for a point outside
+/// both the frame and the pixels.
+Shown PixelAt(const PixelViewImage& image, const Point& point, int sample) {
     const double column = std::floor(point.x);
     const double row = std::floor(point.y);
     // Far beyond any image; keeps the sums below in range.
@@ -78,6 +80,9 @@ Shown PixelAt(const PixelViewImage& image, const Point& point) {
                      ", rows " + Span(image.Y0() - image.DisplayY(), image.Height());
         }
         throw BadRequest("point " + PointText(point) + " lies outside the image (" + where + ")");
+    }
+    if (sample != 1) {
+        return {point, MeanAround(image, file_x, file_y, sample)};
     }
     if (!in_pixels) {
         return {point, PixelARGB{0.0f, 0.0f, 0.0f, 0.0f}};
@@ -114,13 +119,15 @@ std::string SizeText(const PixelViewImage& image) {
 
 /// What the host writes into the panel's text lines about the image in the viewer: its
 /// name; its format, size, channels (the channel set read, when they make several) and
-/// channel type; the project depth.
-std::vector<std::string> ImageLines(const PixelViewImage& image) {
+/// channel type; the project depth, and with a sample its square after the depth (short:
+/// the panel is narrow).
+std::vector<std::string> ImageLines(const PixelViewImage& image, int sample) {
     const std::string channels = image.Sets().size() == 1 ? image.ChannelNames() : image.Set().name;
     return {
         fs::path(image.Path()).filename().string(),
         image.FormatName() + ", " + SizeText(image) + ", " + channels + ", " + image.ChannelType(),
-        std::string("Project: ") + DepthText(image.ProjectDepth()),
+        sample == 1 ? std::string("Project: ") + DepthText(image.ProjectDepth())
+                    : DepthText(image.ProjectDepth()) + (", " + SampleSizeName(sample)) + " mean",
     };
 }
 
@@ -155,7 +162,10 @@ public:
         TextBuffer path;
         AppendJsonString(image.Path(), path);
         imageJson_ = ",\"image\":" + std::string(path.View()) + ",\"at\":[";
-        depthJson_ = ",\"project_depth\":" + std::to_string(image.ProjectDepth()) + "}\n";
+        if (options.sample != 1) {
+            depthJson_ = ",\"sample\":" + std::to_string(options.sample);
+        }
+        depthJson_ += ",\"project_depth\":" + std::to_string(image.ProjectDepth()) + "}\n";
     }
 
     std::size_t Count() const noexcept { return count_; }
@@ -211,7 +221,7 @@ private:
         if (mode_ != nullptr) {
             host_->ChooseDisplayMode(*mode_);
         }
-        const std::vector<std::string> lines = ImageLines(image_);
+        const std::vector<std::string> lines = ImageLines(image_, options_.sample);
         host_->ShowTextLines(lines[0], lines[1], lines[2]);
     }
 
@@ -222,8 +232,8 @@ private:
     bool several_;
     std::unique_ptr<PixelViewHost> host_;
     PanelState state_;
-    /// The image's member and the start of the point's, and the project depth that ends
-    /// the object: the same for every point.
+    /// The image's member and the start of the point's, and the sample's side (above 1)
+    /// and the project depth that end the object: the same for every point.
     std::string imageJson_;
     std::string depthJson_;
     /// The text of one point, its storage reused.
@@ -257,7 +267,7 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
         if (source.fromInput) {
             from_input = true;
         } else {
-            given.push_back(PixelAt(image, source.at));
+            given.push_back(PixelAt(image, source.at, options.sample));
         }
     }
 
@@ -272,7 +282,7 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
         }
         PointReader reader(in);
         for (Point point; reader.Next(point);) {
-            viewer.Show(PixelAt(image, point), out);
+            viewer.Show(PixelAt(image, point, options.sample), out);
         }
     }
     if (viewer.Count() == 0) {

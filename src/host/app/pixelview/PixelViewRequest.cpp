@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <regex>
 
+#include "pixelview/AreaSample.h"
 #include "pixelview/PixelViewError.h"
 
 namespace qzhost::pixelview {
@@ -134,6 +135,11 @@ void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options) {
                        "NAME-2.png...)");
     command.add_flag("--json", options.json,
                      "Print the panel's snapshot (host script form) as JSON, one line per point");
+    command
+        .add_option("--sample", options.sample,
+                    "Show the mean of the N x N square centred on each point's pixel (odd N "
+                    "from 1 to 101; pixels beyond the image count as transparent)")
+        ->capture_default_str();
     command.add_option("--plugin", options.plugin,
                        "The plug-in library (default: the Info palette library of this build)");
 }
@@ -147,6 +153,10 @@ PixelViewRequest CheckPixelViewOptions(const PixelViewOptions& options) {
     const DisplayModeChoice* mode = options.mode.empty() ? nullptr : &FindDisplayMode(options.mode);
     if (!std::isfinite(options.scale) || options.scale <= 0 || options.scale > kMaxScale) {
         throw BadRequest("--scale must be a number above 0 and at most 16");
+    }
+    if (!IsSampleSize(options.sample)) {
+        throw BadRequest("--sample must be an odd number from 1 to 101, not " +
+                         std::to_string(options.sample));
     }
     RequireLocale(options.locale);
     if (!options.monitor.empty()) {

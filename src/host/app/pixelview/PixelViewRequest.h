@@ -34,8 +34,9 @@ struct PixelViewOptions {
     /// Where to draw the panel as PNG; nothing drawn when empty.
     std::string png;
     /// The panel's snapshot as JSON, one line per point, instead of text; with the image
-    /// ("image"), the point ("at"), the pixel delivered ("pixel": alpha, red, green, blue)
-    /// and the project depth ("project_depth") added.
+    /// ("image"), the point ("at"), the pixel delivered ("pixel": alpha, red, green, blue),
+    /// the side of a sample above 1 ("sample") and the project depth ("project_depth")
+    /// added.
     bool json = false;
     /// Colours in the text (terminal escape sequences).
     bool colour = false;
@@ -44,6 +45,9 @@ struct PixelViewOptions {
     std::string channels;
     /// The plug-in library; the Info palette library of this build when empty.
     std::string plugin;
+    /// The side of the square around each point whose mean is shown (AreaSample.h); 1:
+    /// the point's own pixel.
+    int sample = 1;
 };
 
 /// A point of the command line, or the place of "-" among them: the points of standard
@@ -66,8 +70,8 @@ struct PixelViewRequest {
 void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options);
 
 /// Reads the points, the origin and the notation of `options` and checks the scale, the
-/// locale and the files named. Throws BadRequest naming the first problem. Only looks
-/// at the files; reads and writes none.
+/// sample size, the locale and the files named. Throws BadRequest naming the first problem. Only
+/// looks at the files; reads and writes none.
 PixelViewRequest CheckPixelViewOptions(const PixelViewOptions& options);
 
 } // namespace qzhost::pixelview

@@ -19,6 +19,14 @@ EditActions::EditActions(LayerEditor& editor, QWidget& window) : ActionSet(tr("&
     redo->setObjectName(QStringLiteral("edit.redo"));
     menu_->addAction(redo);
     menu_->addSeparator();
+    copyValues_ =
+        Keep(QStringLiteral("CopyPixelValues"),
+             menu_->addAction(tr("Copy &Pixel Values"), this, &EditActions::copyPixelValuesChosen));
+    copyValues_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+    copyValues_->setObjectName(QStringLiteral("edit.copyPixelValues"));
+    copyValues_->setToolTip(tr("Copies the Info panel's values and position as text and JSON"));
+    copyValues_->setEnabled(false);
+    menu_->addSeparator();
     // A field being typed into takes the Delete key for its text before the shortcut sees it.
     delete_ = Keep(QStringLiteral("Delete"),
                    menu_->addAction(tr("&Delete"), &editor, &LayerEditor::DeleteSelected));

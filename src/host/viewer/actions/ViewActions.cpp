@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QDoubleSpinBox>
 
+#include "SampleChoices.h"
 #include "canvas/CanvasView.h"
 
 namespace qzview {
@@ -35,6 +36,8 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
         Keep(QStringLiteral("ClearOrigin"),
              menu_->addAction(tr("&Clear Origin"), this, &ViewActions::originCleared));
     clearOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
+    menu_->addSeparator();
+    sampling_ = new SampleChoices(*menu_, this);
 
     menu_->addSeparator();
     channels_ = menu_->addMenu(tr("C&hannels"));

@@ -1,7 +1,8 @@
 // The View menu: the zoom steps of the canvas, and the origin of X', Y' set at the pointer's
 // last place on the canvas (disabled until the pointer has been there) or cleared; the channel
 // sets of the selected layer's image, one of which it shows (Page Down and Page Up step
-// through them); and the exposure box of the View toolbar, for float images on the display.
+// through them); how the Info panel samples the composite (SampleChoices); and the exposure
+// box of the View toolbar, for float images on the display.
 #pragma once
 
 #include <string>
@@ -16,6 +17,7 @@ class QDoubleSpinBox;
 namespace qzview {
 
 class CanvasView;
+class SampleChoices;
 
 class ViewActions : public ActionSet {
     Q_OBJECT
@@ -25,6 +27,8 @@ public:
 
     /// The exposure in stops; the window enables it while the project depth is float.
     QDoubleSpinBox* Exposure() const noexcept { return exposure_; }
+    /// Sample Size and Sample Values.
+    SampleChoices& Sampling() const noexcept { return *sampling_; }
 
     /// Whether the pointer has been on the canvas, so that Set Origin at Pointer has a
     /// place to take.
@@ -52,6 +56,7 @@ private:
     QActionGroup* channelSets_ = nullptr;
     QAction* nextChannels_ = nullptr;
     QAction* previousChannels_ = nullptr;
+    SampleChoices* sampling_ = nullptr;
 };
 
 } // namespace qzview

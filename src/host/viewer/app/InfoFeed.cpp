@@ -1,10 +1,12 @@
 #include "InfoFeed.h"
 
+#include <cctype>
 #include <cmath>
 #include <exception>
 
 #include "composition/Composition.h"
 #include "editing/LayerEditor.h"
+#include "pixelview/AreaSample.h"
 #include "pixelview/PixelViewHost.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 #include "qzhost/HostControls.h"
@@ -35,6 +37,37 @@ const char* ToolHint(Tool tool, bool empty, bool over_layer, bool selected) {
                                       : "Select a layer to rotate it";
     }
     return "";
+}
+
+/// What the third text line says of the sample: the square whose mean is shown when it
+/// is not the point, and whether the values are the displayed ones.
+std::string SampleNote(int size, bool displayed) {
+    std::string note = size == 1 ? "" : qzhost::pixelview::SampleSizeName(size) + " mean";
+    if (displayed) {
+        note += note.empty() ? "displayed" : ", displayed";
+    }
+    return note;
+}
+
+/// The most characters of a text line that the panel shows whole at its narrowest.
+constexpr std::size_t kLineRoom = 33;
+
+/// The third text line over a layer: its image's format, channel type and size, then the
+/// sample's note. The panel is narrow: where both do not fit, the note keeps the image's
+/// size only, or stands alone.
+std::string ImageLine(const LayerImage& image, const std::string& note) {
+    const std::string size =
+        std::to_string(image.frameWidth) + " x " + std::to_string(image.frameHeight);
+    const std::string full = image.format + " " + image.channelType + ", " + size;
+    if (note.empty()) {
+        return full;
+    }
+    for (const std::string& line : {full + ", " + note, size + ", " + note}) {
+        if (line.size() <= kLineRoom) {
+            return line;
+        }
+    }
+    return note;
 }
 
 } // namespace
@@ -104,7 +137,14 @@ void InfoFeed::Deliver() {
     pixelDue_ = false;
     const int x = static_cast<int>(std::floor(pointer_->x));
     const int y = static_cast<int>(std::floor(pointer_->y));
-    const WorkingPixel p = composition_.PixelAt(x, y);
+    const WorkingPixel working = sampler_.At(*composition_.Snapshot(), x, y, sampleSize_);
+    WorkingPixel p = working;
+    if (displayed_) {
+        // Alpha is not part of what the display transforms.
+        for (std::size_t c = 0; c < 3; ++c) {
+            p[c] = static_cast<float>(DisplayValue(p[c], display_));
+        }
+    }
     std::optional<qzhost::pixelview::Point> origin;
     if (origin_) {
         origin = qzhost::pixelview::Point{origin_->x, origin_->y};
@@ -113,7 +153,41 @@ void InfoFeed::Deliver() {
         host_.Deliver({p[3], p[0], p[1], p[2]}, {pointer_->x, pointer_->y}, origin);
     } catch (const std::exception&) {
         // The suite refused the pixel (its panel is closed, say): nothing to show.
+        return;
     }
+    delivered_ = Delivery{p, working, *pointer_, origin_, sampleSize_, displayed_};
+    emit pixelDelivered();
+}
+
+void InfoFeed::SetSampleSize(int size) {
+    if (size != sampleSize_ && qzhost::pixelview::IsSampleSize(size)) {
+        sampleSize_ = size;
+        SamplingChanged();
+    }
+}
+
+void InfoFeed::SetDisplayedValues(bool displayed) {
+    if (displayed != displayed_) {
+        displayed_ = displayed;
+        SamplingChanged();
+    }
+}
+
+void InfoFeed::SetDisplay(const DisplaySettings& display) {
+    const bool changed = display.linear != display_.linear || display.exposure != display_.exposure;
+    display_ = display;
+    if (changed && displayed_) {
+        PixelChanged();
+        emit frameDue();
+    }
+}
+
+void InfoFeed::SamplingChanged() {
+    if (hoverShown_ && !editor_.Dragging()) {
+        ShowHover();
+    }
+    PixelChanged();
+    emit frameDue();
 }
 
 void InfoFeed::PanelOpened() {
@@ -131,17 +205,20 @@ void InfoFeed::ShowHoverText(const Layer* hovered) {
     const bool over = hovered != nullptr && hovered->Drawn();
     const char* hint = ToolHint(editor_.CurrentTool(), composition_.Empty(), over,
                                 selected != nullptr && selected->Drawn());
+    const std::string note = SampleNote(sampleSize_, displayed_);
     if (!over) {
-        ShowTextLines(hint, "", "");
+        std::string alone = note;
+        if (!alone.empty()) {
+            alone[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(alone[0])));
+        }
+        ShowTextLines(hint, "", alone);
         return;
     }
     const LayerImage& image = *hovered->image;
     // The layer's name with the channel set it shows, when its image has several.
     const std::string name =
         image.channels ? hovered->name + " [" + image.setName + "]" : hovered->name;
-    ShowTextLines(hint, name,
-                  image.format + " " + image.channelType + ", " + std::to_string(image.frameWidth) +
-                      " x " + std::to_string(image.frameHeight));
+    ShowTextLines(hint, name, ImageLine(image, note));
 }
 
 void InfoFeed::ShowTextLines(const std::string& a, const std::string& b, const std::string& c) {

@@ -1,8 +1,11 @@
 // What the viewer tells the Info palette about the pointer. The pixel under it is
 // delivered at most once a frame, and again whenever what lies under a still pointer may
-// have changed, with the origin of X', Y' when one is set. The text lines give the tool's
-// hint and what is known of the hovered image; they are written when the pointer comes
-// onto another layer, but not during a drag, whose property readout keeps the lines.
+// have changed, with the origin of X', Y' when one is set. The pixel is the composite's
+// own, or the mean of the square around it (View > Sample Size), in working values or as
+// the display shows them (View > Sample Values). The text lines give the tool's hint and
+// what is known of the hovered image, with the sample when it is not the plain point;
+// they are written when the pointer comes onto another layer, but not during a drag,
+// whose property readout keeps the lines.
 #pragma once
 
 #include <optional>
@@ -12,6 +15,8 @@
 #include <QObject>
 
 #include "canvas/CanvasMapping.h"
+#include "canvas/DisplayImage.h"
+#include "composition/CompositeSample.h"
 
 namespace qzhost::pixelview {
 class PixelViewHost;
@@ -62,12 +67,40 @@ public:
     /// The frame's part: delivers the pixel under the pointer when it is due.
     void Deliver();
 
+    /// The side of the square whose mean is delivered (1: the pixel itself).
+    void SetSampleSize(int size);
+    int SampleSize() const noexcept { return sampleSize_; }
+    /// Whether the values delivered are the displayed ones rather than the working ones.
+    void SetDisplayedValues(bool displayed);
+    bool DisplayedValues() const noexcept { return displayed_; }
+    /// How the canvas shows the composition, which the displayed values follow.
+    void SetDisplay(const DisplaySettings& display);
+
+    /// What the palette was last given.
+    struct Delivery {
+        /// Red, green, blue, alpha, as delivered.
+        std::array<float, 4> pixel{};
+        /// The working values that they were made from (the same unless displayed).
+        std::array<float, 4> working{};
+        CompositionPoint position;
+        std::optional<CompositionPoint> origin;
+        int sampleSize = 1;
+        bool displayed = false;
+    };
+    /// The last pixel that the palette took; none before the first.
+    const std::optional<Delivery>& Delivered() const noexcept { return delivered_; }
+
 signals:
     /// The palette was given something to show, or a pixel is due: a frame is wanted.
     void frameDue();
+    /// The palette took a pixel (Delivered() holds it).
+    void pixelDelivered();
 
 private:
     void ShowHoverText(const Layer* hovered);
+    /// The sampling changed: the pixel is delivered again and the hover lines, when they
+    /// are shown, say so now.
+    void SamplingChanged();
     void ShowTextLines(const std::string& a, const std::string& b, const std::string& c);
     void WriteLines();
 
@@ -86,6 +119,11 @@ private:
         bool alert = false;
     };
     std::optional<Lines> lines_;
+    CompositeSampler sampler_;
+    int sampleSize_ = 1;
+    bool displayed_ = false;
+    DisplaySettings display_;
+    std::optional<Delivery> delivered_;
 };
 
 } // namespace qzview

@@ -14,12 +14,14 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include "PixelValuesCopy.h"
 #include "ReadyEvent.h"
 #include "actions/EditActions.h"
 #include "actions/FileActions.h"
 #include "actions/HelpActions.h"
 #include "actions/LayerActions.h"
 #include "actions/ProjectActions.h"
+#include "actions/SampleChoices.h"
 #include "actions/ToolActions.h"
 #include "actions/ViewActions.h"
 #include "canvas/CanvasView.h"
@@ -227,6 +229,11 @@ void MainWindow::BuildMenus() {
         canvas_, &CanvasView::pointerMoved, viewActions_,
         [this] { viewActions_->SetPointerKnown(true); }, Qt::SingleShotConnection);
     connect(viewActions_, &ViewActions::originCleared, this, [this] { SetOrigin({}); });
+    const SampleChoices& sampling = viewActions_->Sampling();
+    info_->SetSampleSize(sampling.Size());
+    info_->SetDisplayedValues(sampling.Displayed());
+    connect(&sampling, &SampleChoices::sizeChosen, info_, &InfoFeed::SetSampleSize);
+    connect(&sampling, &SampleChoices::valuesChosen, info_, &InfoFeed::SetDisplayedValues);
     connect(viewActions_->Exposure(), &QDoubleSpinBox::valueChanged, this, [this](double stops) {
         display_.exposure = stops;
         RefreshDisplay();
@@ -237,6 +244,9 @@ void MainWindow::BuildMenus() {
         SetProjectDepth(depth);
     });
     auto* edit = new EditActions(*editor_, *this);
+    connect(info_, &InfoFeed::pixelDelivered, edit->CopyPixelValuesAction(),
+            [action = edit->CopyPixelValuesAction()] { action->setEnabled(true); });
+    connect(edit, &EditActions::copyPixelValuesChosen, this, &MainWindow::CopyPixelValues);
     auto* layer = new LayerActions(*editor_, *this, edit->DeleteAction());
     new NudgeKeys(*editor_, *this);
     toolActions_ = new ToolActions(*editor_, *this);
@@ -327,6 +337,7 @@ void MainWindow::RefreshProjectList() {
 void MainWindow::RefreshDisplay() {
     display_.linear = depth_ == 2;
     viewActions_->Exposure()->setEnabled(display_.linear);
+    info_->SetDisplay(display_);
     shown_ = composition_.Generation();
     canvas_->SetScene(scenes_.Make(composition_, display_, monitor_));
 }
@@ -357,6 +368,13 @@ void MainWindow::SetOrigin(std::optional<CompositionPoint> at) {
             tr("The origin is at 0, 0: X' and Y' equal X and Y, so the Info panel does not "
                "show them"),
             10000);
+    }
+}
+
+void MainWindow::CopyPixelValues() {
+    const std::optional<InfoFeed::Delivery>& delivered = info_->Delivered();
+    if (!delivered || !qzview::CopyPixelValues(host_, *delivered)) {
+        statusBar()->showMessage(tr("The Info panel is closed: there are no values to copy"), 5000);
     }
 }
 

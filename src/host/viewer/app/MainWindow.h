@@ -97,6 +97,8 @@ public:
     void SetTool(Tool tool);
     QMenu* WindowMenu() const noexcept { return windowActions_->menu(); }
     const Composition& Comp() const noexcept { return composition_; }
+    /// What the Info palette is given.
+    const InfoFeed& Info() const noexcept { return *info_; }
     /// The origin for X', Y', if set: the top-left corner of a pixel (whole numbers).
     const std::optional<CompositionPoint>& Origin() const noexcept { return info_->Origin(); }
     /// Sets the origin at the top-left corner of the pixel that holds `at` (none: clears
@@ -134,6 +136,8 @@ private:
     void RefreshDisplay();
     void RefreshProjectList();
     void DrainMainQueue();
+    /// Edit > Copy Pixel Values: the Info panel's readout on the clipboard.
+    void CopyPixelValues();
     void FinishRead(std::shared_ptr<LayerImage> image, const std::string& error);
 
     qzhost::pixelview::PixelViewHost& host_;

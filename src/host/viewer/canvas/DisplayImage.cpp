@@ -42,16 +42,20 @@ void MonitorDisplay::Apply(std::uint32_t* pixels, std::size_t count) const {
                    static_cast<cmsUInt32Number>(count));
 }
 
-std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept {
+double DisplayValue(double value, const DisplaySettings& settings) noexcept {
     double v = value;
-    if (std::isnan(v)) {
-        return 0;
-    }
     if (settings.linear) {
         v *= std::exp2(settings.exposure);
         v = v <= 0.0031308 ? 12.92 * v : 1.055 * std::pow(v, 1.0 / 2.4) - 0.055;
     }
-    v = std::clamp(v, 0.0, 1.0);
+    return v;
+}
+
+std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept {
+    if (std::isnan(value)) {
+        return 0;
+    }
+    const double v = std::clamp(DisplayValue(value, settings), 0.0, 1.0);
     return static_cast<std::uint8_t>(std::lround(v * 255.0));
 }
 

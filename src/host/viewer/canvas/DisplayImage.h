@@ -1,8 +1,9 @@
 // How the viewer shows the composition: its working values turned into 8-bit display
 // colours. Integer projects show the values as they are; float projects show linear
 // values through the sRGB transfer after an exposure in stops. With a monitor profile the
-// colours then go from sRGB to the monitor through LittleCMS. None of this reaches the
-// Info palette, which is always given the working values.
+// colours then go from sRGB to the monitor through LittleCMS. The Info palette is given
+// the working values, or on request the displayed ones (DisplayValue: the exposure and
+// the transfer, before the values become 8-bit levels and without the monitor profile).
 #pragma once
 
 #include <cstdint>
@@ -35,7 +36,13 @@ private:
     void* transform_ = nullptr;
 };
 
-/// The display colour of one working value (0-255).
+/// One working value as the display shows it, before it becomes a display level: in a
+/// float project times 2^exposure and through the sRGB transfer, otherwise the value as it
+/// is; neither clamped nor rounded (NaN stays NaN). The Info palette's displayed values.
+double DisplayValue(double value, const DisplaySettings& settings) noexcept;
+
+/// The display colour of one working value (0-255): its DisplayValue clamped to 0-1 and
+/// rounded to the nearest level, 0 for NaN.
 std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept;
 
 /// `pixels` (RGBA floats, `count` pixels) as 0xAARRGGBB display colours, not
