@@ -10,10 +10,10 @@
 #include <cmath>
 #include <string>
 
-#include <Imath/half.h>
 #include <QCoreApplication>
 #include <QMouseEvent>
 
+#include "BenchPlates.h"
 #include "ViewerBenchSession.h"
 #include "canvas/CanvasView.h"
 #include "canvas/ExactView.h"
@@ -22,39 +22,11 @@
 
 namespace {
 
-constexpr int kWidth = 3840;
-constexpr int kHeight = 2160;
+using benchplates::kHeight;
+using benchplates::kWidth;
 
-/// A half-float plate: ramps and squares that differ per layer, alpha below 1 on the
-/// upper ones.
 qzview::LayerImage Plate(int index) {
-    qzview::LayerImage image;
-    image.name = "plate" + std::to_string(index) + ".exr";
-    image.path = image.name;
-    image.format = "openexr";
-    image.channelType = "half float";
-    image.width = kWidth;
-    image.height = kHeight;
-    image.depth = 2;
-    image.samples = qzview::SampleKind::Half;
-    image.pixels.resize(static_cast<std::size_t>(kWidth) * kHeight * 4 * 2);
-    auto* out = reinterpret_cast<std::uint16_t*>(image.pixels.data());
-    const int square = 64 << index;
-    for (int y = 0; y < kHeight; ++y) {
-        for (int x = 0; x < kWidth; ++x, out += 4) {
-            const bool light = ((x / square) + (y / square)) % 2 == 0;
-            const float values[4] = {
-                static_cast<float>(x) / kWidth * (light ? 1.0f : 0.6f),
-                static_cast<float>(y) / kHeight,
-                light ? 0.8f - 0.2f * static_cast<float>(index) : 0.3f,
-                index == 0 ? 1.0f : (light ? 0.9f : 0.4f),
-            };
-            for (int c = 0; c < 4; ++c) {
-                out[c] = Imath::half(values[c]).bits();
-            }
-        }
-    }
-    return image;
+    return benchplates::Plate(index, qzview::SampleKind::Half);
 }
 
 /// The process's resident memory in megabytes.

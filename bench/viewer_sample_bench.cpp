@@ -11,39 +11,14 @@
 #include <cstring>
 #include <string>
 
+#include "BenchPlates.h"
 #include "composition/CompositeSample.h"
 #include "composition/Composition.h"
 
 namespace {
 
-constexpr int kWidth = 3840;
-constexpr int kHeight = 2160;
-
-/// A float plate: ramps and squares that differ per layer, alpha below 1 on the upper
-/// ones.
 qzview::LayerImage Plate(int index) {
-    qzview::LayerImage image;
-    image.name = "plate" + std::to_string(index) + ".exr";
-    image.path = image.name;
-    image.format = "openexr";
-    image.channelType = "float";
-    image.width = kWidth;
-    image.height = kHeight;
-    image.depth = 2;
-    image.samples = qzview::SampleKind::Float;
-    image.pixels.resize(static_cast<std::size_t>(kWidth) * kHeight * 4 * sizeof(float));
-    auto* out = reinterpret_cast<float*>(image.pixels.data());
-    const int square = 64 << index;
-    for (int y = 0; y < kHeight; ++y) {
-        for (int x = 0; x < kWidth; ++x, out += 4) {
-            const bool light = ((x / square) + (y / square)) % 2 == 0;
-            out[0] = static_cast<float>(x) / kWidth * (light ? 1.0f : 0.6f);
-            out[1] = static_cast<float>(y) / kHeight;
-            out[2] = light ? 0.8f - 0.2f * static_cast<float>(index) : 0.3f;
-            out[3] = index == 0 ? 1.0f : (light ? 0.9f : 0.4f);
-        }
-    }
-    return image;
+    return benchplates::Plate(index, qzview::SampleKind::Float);
 }
 
 /// The three layers, made once for every benchmark of the run.
