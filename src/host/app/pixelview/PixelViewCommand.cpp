@@ -48,7 +48,9 @@ std::string PointText(const Point& point) {
     return NumberText(point.x) + "," + NumberText(point.y);
 }
 
-std::string Span(int first, int count) {
+/// "first to last" of `count` columns or rows from `first` (in wide integers: a file may
+/// put its windows anywhere in the integer range).
+std::string Span(long long first, long long count) {
     return std::to_string(first) + " to " + std::to_string(first + count - 1);
 }
 
@@ -66,9 +68,13 @@ Shown PixelAt(const PixelViewImage& image, const Point& point, int sample) {
     const int y = representable ? static_cast<int>(row) : 0;
     const bool in_frame =
         representable && x >= 0 && y >= 0 && x < image.DisplayWidth() && y < image.DisplayHeight();
-    const int file_x = x + image.DisplayX();
-    const int file_y = y + image.DisplayY();
-    const bool in_pixels = representable && image.Contains(file_x, file_y);
+    const long long wide_x = static_cast<long long>(x) + image.DisplayX();
+    const long long wide_y = static_cast<long long>(y) + image.DisplayY();
+    const bool fits =
+        wide_x >= INT_MIN && wide_x <= INT_MAX && wide_y >= INT_MIN && wide_y <= INT_MAX;
+    const int file_x = fits ? static_cast<int>(wide_x) : 0;
+    const int file_y = fits ? static_cast<int>(wide_y) : 0;
+    const bool in_pixels = representable && fits && image.Contains(file_x, file_y);
     if (!in_frame && !in_pixels) {
         const bool framed = image.DisplayX() != image.X0() || image.DisplayY() != image.Y0() ||
                             image.DisplayWidth() != image.Width() ||
@@ -76,8 +82,10 @@ Shown PixelAt(const PixelViewImage& image, const Point& point, int sample) {
         std::string where =
             "columns " + Span(0, image.DisplayWidth()) + ", rows " + Span(0, image.DisplayHeight());
         if (framed) {
-            where += "; its pixels: columns " + Span(image.X0() - image.DisplayX(), image.Width()) +
-                     ", rows " + Span(image.Y0() - image.DisplayY(), image.Height());
+            where += "; its pixels: columns " +
+                     Span(static_cast<long long>(image.X0()) - image.DisplayX(), image.Width()) +
+                     ", rows " +
+                     Span(static_cast<long long>(image.Y0()) - image.DisplayY(), image.Height());
         }
         throw BadRequest("point " + PointText(point) + " lies outside the image (" + where + ")");
     }
@@ -106,8 +114,8 @@ const char* DepthText(std::int8_t depth) {
 std::string SizeText(const PixelViewImage& image) {
     std::string size =
         std::to_string(image.DisplayWidth()) + " x " + std::to_string(image.DisplayHeight());
-    const int x = image.X0() - image.DisplayX();
-    const int y = image.Y0() - image.DisplayY();
+    const long long x = static_cast<long long>(image.X0()) - image.DisplayX();
+    const long long y = static_cast<long long>(image.Y0()) - image.DisplayY();
     if (x != 0 || y != 0 || image.Width() != image.DisplayWidth() ||
         image.Height() != image.DisplayHeight()) {
         size += ", pixels " + std::to_string(image.Width()) + " x " +

@@ -139,6 +139,17 @@ LayerImage WithChannelSet(const LayerImage& image, int set) {
 
 namespace {
 
+/// Where a pixel rectangle starting at `at` lies from a frame starting at `frame`; throws
+/// std::runtime_error when that is beyond the integers a layer's pixels are placed by.
+int Offset(const std::string& path, int at, int frame) {
+    const long long offset = static_cast<long long>(at) - frame;
+    if (offset < -(1LL << 30) || offset > (1LL << 30)) {
+        throw std::runtime_error("cannot place '" + path +
+                                 "': its pixels lie too far from its frame");
+    }
+    return static_cast<int>(offset);
+}
+
 /// Reads every part of `image` with all its channels, `progress` going from 0 to 1 over
 /// them.
 std::shared_ptr<ImageChannels> ReadAllChannels(qzhost::pixelview::PixelViewImage& image,
@@ -151,8 +162,8 @@ std::shared_ptr<ImageChannels> ReadAllChannels(qzhost::pixelview::PixelViewImage
     for (int p = 0; p < parts; ++p) {
         const qzhost::pixelview::ImageFileHeader& header = image.PartHeader(p);
         ImageChannels::Part part;
-        part.dataX = header.x0 - first_x;
-        part.dataY = header.y0 - first_y;
+        part.dataX = Offset(image.Path(), header.x0, first_x);
+        part.dataY = Offset(image.Path(), header.y0, first_y);
         part.width = header.width;
         part.height = header.height;
         part.channels = header.channels;
@@ -191,8 +202,8 @@ LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress)
         layer.channelType = image.ChannelType();
         layer.width = image.Width();
         layer.height = image.Height();
-        layer.dataX = image.X0() - image.DisplayX();
-        layer.dataY = image.Y0() - image.DisplayY();
+        layer.dataX = Offset(path, image.X0(), image.DisplayX());
+        layer.dataY = Offset(path, image.Y0(), image.DisplayY());
         layer.frameWidth = image.DisplayWidth();
         layer.frameHeight = image.DisplayHeight();
         layer.setName = image.Set().name;
