@@ -8,7 +8,7 @@
 # Compiles go through ccache (installed with the rest), so a second run, in this clone or
 # a fresh one, compiles only what changed. The run ends with one line per stage and its
 # seconds, also when a stage fails.
-#   FUZZ_SECONDS   fuzzing time per target (default 25)
+#   FUZZ_SECONDS   fuzzing time per target (default 15)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -46,7 +46,7 @@ for preset in default asan tsan; do
   stage "$preset build" bash scripts/build.sh "$preset"
   stage "$preset tests" ctest --preset "$preset"
 done
-# The parsers' fuzz targets, 25 s each, two at a time (one per core); FUZZ_SECONDS sets
+# The parsers' fuzz targets, 15 s each, two at a time (one per core); FUZZ_SECONDS sets
 # another time per target.
 stage "fuzz build" bash scripts/build.sh fuzz
-stage "fuzz run" bash scripts/fuzz.sh "${FUZZ_SECONDS:-25}"
+stage "fuzz run" bash scripts/fuzz.sh "${FUZZ_SECONDS:-15}"
