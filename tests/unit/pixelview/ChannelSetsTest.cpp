@@ -64,9 +64,10 @@ TEST(ChannelSets, EachPartOfAMultiPartFileIsNamedAfterThePart) {
     const auto sets = GroupChannelSets(
         {PartChannels{"beauty", {"R", "G", "B", "A"}, 3},
          PartChannels{"", {"R", "G", "B", "specular.R", "specular.G", "specular.B", "Z"}, -1}});
-    EXPECT_EQ(sets, (std::vector<ChannelSet>{
-                        Set("beauty", 0, 0, 1, 2, 3), Set("part 2", 1, 0, 1, 2, -1),
-                        Set("part 2.specular", 1, 3, 4, 5, -1), Set("part 2.Z", 1, 6, 6, 6, -1)}));
+    EXPECT_EQ(sets,
+              (std::vector<ChannelSet>{Set("beauty", 0, 0, 1, 2, 3), Set("image 2", 1, 0, 1, 2, -1),
+                                       Set("image 2.specular", 1, 3, 4, 5, -1),
+                                       Set("image 2.Z", 1, 6, 6, 6, -1)}));
 }
 
 TEST(ChannelSets, NamesAreFoundExactlyThenWithoutRegardToCase) {

@@ -8,5 +8,7 @@ endif()
 qz_target_build_paths(test_pixelview ${paths})
 # The monitor test makes its ICC profile, and works out what it shows, with LittleCMS.
 target_link_libraries(test_pixelview PRIVATE PkgConfig::LCMS2)
-# The tests make their images with OpenImageIO.
-target_link_libraries(test_pixelview PRIVATE PkgConfig::OIIO)
+# The tests make their images with OpenImageIO, and work out the half floats that the
+# files keep with Imath.
+pkg_check_modules(TEST_IMATH REQUIRED IMPORTED_TARGET Imath)
+target_link_libraries(test_pixelview PRIVATE PkgConfig::OIIO PkgConfig::TEST_IMATH)

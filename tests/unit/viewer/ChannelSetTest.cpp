@@ -8,6 +8,7 @@
 
 #include <OpenImageIO/imageio.h>
 
+#include "ExrTestFiles.h"
 #include "ViewerHarness.h"
 #include "actions/ViewActions.h"
 #include "composition/Composition.h"
@@ -18,46 +19,18 @@ namespace {
 
 using qzview::WorkingPixel;
 
-/// Writes a half-float OpenEXR file of `channels`, its pixels at `x0`, `y0` (`width` x
-/// `height` of them) in a frame of `frame_width` x `frame_height` at 0,0; channel c of
-/// pixel x, y holds (x + 2 y) / 64 + c / 8 (exact in half floats for the sizes here).
-void WriteExr(const std::string& path, const std::vector<std::string>& channels, int x0, int y0,
-              int width, int height, int frame_width, int frame_height) {
-    OIIO::ImageSpec header(width, height, static_cast<int>(channels.size()), OIIO::TypeDesc::HALF);
-    header.x = x0;
-    header.y = y0;
-    header.full_x = 0;
-    header.full_y = 0;
-    header.full_width = frame_width;
-    header.full_height = frame_height;
-    header.channelnames = channels;
-    std::vector<float> values;
-    for (int y = y0; y < y0 + height; ++y) {
-        for (int x = x0; x < x0 + width; ++x) {
-            for (std::size_t c = 0; c < channels.size(); ++c) {
-                values.push_back(static_cast<float>((x + 2 * y) / 64.0 + c / 8.0));
-            }
-        }
-    }
-    auto out = OIIO::ImageOutput::create(path);
-    ASSERT_TRUE(out && out->open(path, header)) << OIIO::geterror();
-    ASSERT_TRUE(out->write_image(OIIO::TypeDesc::FLOAT, values.data())) << out->geterror();
-    ASSERT_TRUE(out->close());
+using qztest::ExrPart;
+using qztest::ExrSample;
+
+/// A part of `channels`, its pixels `width` x `height` at `x0`, `y0` in a frame of
+/// `frame_width` x `frame_height` at 0,0.
+ExrPart Part(std::vector<std::string> channels, int x0, int y0, int width, int height,
+             int frame_width, int frame_height) {
+    return {std::move(channels), x0, y0, width, height, 0, 0, frame_width, frame_height, {}};
 }
 
-/// Channel `name` of pixel x, y as the file stores it.
-float Stored(const std::string& path, int x, int y, const std::string& name) {
-    auto in = OIIO::ImageInput::open(path);
-    EXPECT_TRUE(in) << OIIO::geterror();
-    if (!in) {
-        return -1;
-    }
-    const OIIO::ImageSpec& header = in->spec();
-    std::vector<float> row(static_cast<std::size_t>(header.width * header.nchannels));
-    EXPECT_TRUE(in->read_scanline(y, 0, OIIO::TypeDesc::FLOAT, row.data()));
-    const int c = header.channelindex(name);
-    EXPECT_GE(c, 0) << name;
-    return row[static_cast<std::size_t>((x - header.x) * header.nchannels + c)];
+void Write(const std::string& path, const ExrPart& part) {
+    ASSERT_EQ(qztest::WriteExr(path, {part}), "");
 }
 
 class ChannelSetTest : public ViewerHarness {
@@ -92,7 +65,8 @@ protected:
 
 TEST_F(ChannelSetTest, TheCompositionIsTheFrameAndAroundThePixelsIsTransparent) {
     const std::string path = File("framed.exr");
-    WriteExr(path, {"R", "G", "B", "A"}, 10, 20, 64, 48, 100, 80);
+    const ExrPart framed = Part({"R", "G", "B", "A"}, 10, 20, 64, 48, 100, 80);
+    Write(path, framed);
     StartWith({qzview::ReadLayerImage(path)});
     const qzview::Composition& comp = Window().Comp();
     EXPECT_EQ(comp.Width(), 100);
@@ -102,13 +76,13 @@ TEST_F(ChannelSetTest, TheCompositionIsTheFrameAndAroundThePixelsIsTransparent) 
     EXPECT_EQ(comp.PixelAt(5, 5), (WorkingPixel{0, 0, 0, 0}));
     EXPECT_EQ(comp.PixelAt(74, 20), (WorkingPixel{0, 0, 0, 0}));
     EXPECT_EQ(comp.PixelAt(10, 20),
-              (WorkingPixel{Stored(path, 10, 20, "R"), Stored(path, 10, 20, "G"),
-                            Stored(path, 10, 20, "B"), Stored(path, 10, 20, "A")}));
-    EXPECT_EQ(comp.PixelAt(73, 67)[0], Stored(path, 73, 67, "R"));
+              (WorkingPixel{ExrSample(framed, 10, 20, "R"), ExrSample(framed, 10, 20, "G"),
+                            ExrSample(framed, 10, 20, "B"), ExrSample(framed, 10, 20, "A")}));
+    EXPECT_EQ(comp.PixelAt(73, 67)[0], ExrSample(framed, 73, 67, "R"));
     // The panel reads the same at the pointer, X and Y in the frame.
     MoveOver(Over(10.5, 20.5));
     const auto snapshot = Snapshot();
-    EXPECT_EQ(Text(snapshot, 7), FourDecimals(Stored(path, 10, 20, "R")));
+    EXPECT_EQ(Text(snapshot, 7), FourDecimals(ExrSample(framed, 10, 20, "R")));
     EXPECT_EQ(Text(snapshot, 15), "10");
     EXPECT_EQ(Text(snapshot, 16), "20");
 }
@@ -116,14 +90,15 @@ TEST_F(ChannelSetTest, TheCompositionIsTheFrameAndAroundThePixelsIsTransparent) 
 TEST_F(ChannelSetTest, PixelsBeyondTheFrameAreReadWhereTheLayerLiesOverTheComposition) {
     const std::string base = File("base.exr");
     const std::string overscan = File("overscan.exr");
-    WriteExr(base, {"R", "G", "B", "A"}, 0, 0, 100, 80, 100, 80);
+    Write(base, qztest::FilledPart({"R", "G", "B", "A"}, 100, 80));
     // Pixels 4 beyond a 32 x 22 frame on every side.
-    WriteExr(overscan, {"R", "G", "B"}, -4, -4, 40, 30, 32, 22);
+    const ExrPart beyond = Part({"R", "G", "B"}, -4, -4, 40, 30, 32, 22);
+    Write(overscan, beyond);
     StartWith({qzview::ReadLayerImage(base), qzview::ReadLayerImage(overscan)});
     // Centred by its frame: the frame's corner lies at 34, 29, its pixel -4, -4 at 30, 25.
     const WorkingPixel corner = Window().Comp().PixelAt(30, 25);
-    EXPECT_EQ(corner, (WorkingPixel{Stored(overscan, -4, -4, "R"), Stored(overscan, -4, -4, "G"),
-                                    Stored(overscan, -4, -4, "B"), 1.0f}));
+    EXPECT_EQ(corner, (WorkingPixel{ExrSample(beyond, -4, -4, "R"), ExrSample(beyond, -4, -4, "G"),
+                                    ExrSample(beyond, -4, -4, "B"), 1.0f}));
     // Its handles and hit test follow the frame.
     EXPECT_EQ(Window().Comp().LayerAt(34.5, 29.5), &Top());
     EXPECT_EQ(Window().Comp().LayerAt(30.5, 25.5), &Window().Comp().Layers().front());
@@ -131,13 +106,14 @@ TEST_F(ChannelSetTest, PixelsBeyondTheFrameAreReadWhereTheLayerLiesOverTheCompos
 
 TEST_F(ChannelSetTest, TheViewMenuListsTheSetsAndPageDownStepsThroughThem) {
     const std::string path = File("aov.exr");
-    WriteExr(path, {"R", "G", "B", "A", "diffuse.R", "diffuse.G", "diffuse.B", "Z"}, 0, 0, 16, 12,
-             16, 12);
+    const ExrPart aov = qztest::FilledPart(
+        {"R", "G", "B", "A", "diffuse.R", "diffuse.G", "diffuse.B", "Z"}, 16, 12);
+    Write(path, aov);
     StartWith({qzview::ReadLayerImage(path)});
     std::string checked;
     EXPECT_EQ(MenuSets(&checked), (std::vector<std::string>{"RGBA", "diffuse", "Z"}));
     EXPECT_EQ(checked, "RGBA");
-    EXPECT_EQ(Window().Comp().PixelAt(3, 2)[0], Stored(path, 3, 2, "R"));
+    EXPECT_EQ(Window().Comp().PixelAt(3, 2)[0], ExrSample(aov, 3, 2, "R"));
     MoveOver(Over(3.5, 2.5));
 
     QAction* next = ViewAction("NextChannels");
@@ -148,10 +124,10 @@ TEST_F(ChannelSetTest, TheViewMenuListsTheSetsAndPageDownStepsThroughThem) {
     EXPECT_EQ(Top().image->setName, "diffuse");
     // The prefix has no alpha of its own: it takes the image's.
     EXPECT_EQ(Window().Comp().PixelAt(3, 2),
-              (WorkingPixel{Stored(path, 3, 2, "diffuse.R"), Stored(path, 3, 2, "diffuse.G"),
-                            Stored(path, 3, 2, "diffuse.B"), Stored(path, 3, 2, "A")}));
+              (WorkingPixel{ExrSample(aov, 3, 2, "diffuse.R"), ExrSample(aov, 3, 2, "diffuse.G"),
+                            ExrSample(aov, 3, 2, "diffuse.B"), ExrSample(aov, 3, 2, "A")}));
     // The panel reads it at once under the still pointer, and the lines name it.
-    EXPECT_EQ(Text(Snapshot(), 7), FourDecimals(Stored(path, 3, 2, "diffuse.R")));
+    EXPECT_EQ(Text(Snapshot(), 7), FourDecimals(ExrSample(aov, 3, 2, "diffuse.R")));
     EXPECT_EQ(Lines().at(1), "aov.exr [diffuse]");
     MenuSets(&checked);
     EXPECT_EQ(checked, "diffuse");
@@ -162,7 +138,7 @@ TEST_F(ChannelSetTest, TheViewMenuListsTheSetsAndPageDownStepsThroughThem) {
     next->trigger();
     Settle();
     // A lone channel is grey with alpha 1.
-    const float z = Stored(path, 3, 2, "Z");
+    const float z = ExrSample(aov, 3, 2, "Z");
     EXPECT_EQ(Window().Comp().PixelAt(3, 2), (WorkingPixel{z, z, z, 1.0f}));
     // Going round: the next after the last is the first; Page Up goes back.
     next->trigger();
@@ -175,8 +151,9 @@ TEST_F(ChannelSetTest, TheViewMenuListsTheSetsAndPageDownStepsThroughThem) {
 
 TEST_F(ChannelSetTest, AChoiceInTheDockOrTheMenuIsOneStepOfTheHistory) {
     const std::string path = File("aov.exr");
-    WriteExr(path, {"R", "G", "B", "A", "diffuse.R", "diffuse.G", "diffuse.B", "Z"}, 0, 0, 16, 12,
-             16, 12);
+    const ExrPart aov = qztest::FilledPart(
+        {"R", "G", "B", "A", "diffuse.R", "diffuse.G", "diffuse.B", "Z"}, 16, 12);
+    Write(path, aov);
     StartWith({qzview::ReadLayerImage(path)});
     auto* combo = Window().findChild<QComboBox*>("channelSet");
     ASSERT_NE(combo, nullptr);
@@ -191,7 +168,7 @@ TEST_F(ChannelSetTest, AChoiceInTheDockOrTheMenuIsOneStepOfTheHistory) {
     Settle();
     EXPECT_EQ(Top().image->setName, "RGBA");
     EXPECT_EQ(combo->currentText().toStdString(), "RGBA");
-    EXPECT_EQ(Window().Comp().PixelAt(3, 2)[3], Stored(path, 3, 2, "A"));
+    EXPECT_EQ(Window().Comp().PixelAt(3, 2)[3], ExrSample(aov, 3, 2, "A"));
 }
 
 TEST_F(ChannelSetTest, APartOfAMultiPartFileShowsItsOwnPixelsAtTheirPlace) {

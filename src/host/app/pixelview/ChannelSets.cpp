@@ -211,10 +211,10 @@ std::vector<ChannelSet> GroupChannelSets(const std::vector<PartChannels>& parts)
     for (std::size_t p = 0; p < parts.size(); ++p) {
         std::vector<ChannelSet> part_sets = PartSets(parts[p], static_cast<int>(p));
         if (parts.size() > 1) {
-            // The sets of a multi-part file carry the part's name; its unnamed set is the
-            // part itself.
+            // The sets of a multi-part file carry the part's name (an unnamed one: "image"
+            // and its place in the file, from 1); its unnamed set is the part itself.
             const std::string part =
-                parts[p].name.empty() ? "part " + std::to_string(p + 1) : parts[p].name;
+                parts[p].name.empty() ? "image " + std::to_string(p + 1) : parts[p].name;
             for (ChannelSet& set : part_sets) {
                 set.name = set.name.empty() ? part : part + "." + set.name;
             }

@@ -16,7 +16,7 @@ namespace {
 
 using qzview::Property;
 
-class PixelAspectEditTest : public ViewerHarness {
+class WidePixelEditTest : public ViewerHarness {
 protected:
     /// A 160 x 100 plate of pixels `aspect` times as wide as tall (which the composition
     /// takes) under a 50 x 36 plate of square pixels (selected), at zoom 2.
@@ -57,7 +57,7 @@ protected:
     int top_ = 0;
 };
 
-TEST_F(PixelAspectEditTest, ALayerDraggedByThePointerStaysUnderIt) {
+TEST_F(WidePixelEditTest, ALayerDraggedByThePointerStaysUnderIt) {
     for (const double aspect : {2.0, 0.5}) {
         SCOPED_TRACE("aspect " + std::to_string(aspect));
         StartSquareOverAnamorphic(aspect);
@@ -80,7 +80,7 @@ TEST_F(PixelAspectEditTest, ALayerDraggedByThePointerStaysUnderIt) {
     }
 }
 
-TEST_F(PixelAspectEditTest, TheRotationToolTurnsALayerAsThePointerTurnsOnTheScreen) {
+TEST_F(WidePixelEditTest, TheRotationToolTurnsALayerAsThePointerTurnsOnTheScreen) {
     for (const double aspect : {2.0, 0.5}) {
         SCOPED_TRACE("aspect " + std::to_string(aspect));
         StartSquareOverAnamorphic(aspect);
@@ -110,7 +110,7 @@ TEST_F(PixelAspectEditTest, TheRotationToolTurnsALayerAsThePointerTurnsOnTheScre
     }
 }
 
-TEST_F(PixelAspectEditTest, ACornerHandleIsTakenWhereItIsDrawnAndFollowsThePointer) {
+TEST_F(WidePixelEditTest, ACornerHandleIsTakenWhereItIsDrawnAndFollowsThePointer) {
     for (const double aspect : {2.0, 0.5}) {
         SCOPED_TRACE("aspect " + std::to_string(aspect));
         StartSquareOverAnamorphic(aspect);
@@ -137,7 +137,7 @@ TEST_F(PixelAspectEditTest, ACornerHandleIsTakenWhereItIsDrawnAndFollowsThePoint
     }
 }
 
-TEST_F(PixelAspectEditTest, TheAnchorPointToolLeavesTheLayerWhereItIsDrawn) {
+TEST_F(WidePixelEditTest, TheAnchorPointToolLeavesTheLayerWhereItIsDrawn) {
     for (const double aspect : {2.0, 0.5}) {
         SCOPED_TRACE("aspect " + std::to_string(aspect));
         StartSquareOverAnamorphic(aspect);

@@ -68,7 +68,7 @@ qzview::Layer LayerOfAspect(double aspect) {
     return layer;
 }
 
-TEST(PixelAspectTransformTest, ALayersTransformIsTheProductOfItsAspectsTurnAndScale) {
+TEST(WidePixelTransformTest, ALayersTransformIsTheProductOfItsAspectsTurnAndScale) {
     const double cases[][2] = {{1, 2}, {2, 1}, {0.5, 2}, {2, 2}, {1, 0.5}, {1.5, 0.9}};
     for (const auto& [layerAspect, compositionAspect] : cases) {
         for (const double degrees : {0.0, 30.0, 90.0, 211.0}) {
@@ -99,7 +99,7 @@ TEST(PixelAspectTransformTest, ALayersTransformIsTheProductOfItsAspectsTurnAndSc
     }
 }
 
-TEST(PixelAspectTransformTest, ALayerOfTheCompositionsAspectLiesOnItsPixelsAsASquareOneWould) {
+TEST(WidePixelTransformTest, ALayerOfTheCompositionsAspectLiesOnItsPixelsAsASquareOneWould) {
     // Unturned, a layer whose pixels are as wide as the composition's has the very
     // transform of square pixels on square ones (whole pixels stay whole pixels).
     const qzview::Layer square = LayerOfAspect(1.0);
@@ -118,7 +118,7 @@ TEST(PixelAspectTransformTest, ALayerOfTheCompositionsAspectLiesOnItsPixelsAsASq
     EXPECT_EQ(qzview::LayerToComposition(square, 2.0).a, 0.8 / 2.0);
 }
 
-TEST(PixelAspectTransformTest, AThreeDLayerTurnsAboutYInTheSpaceAsDrawn) {
+TEST(WidePixelTransformTest, AThreeDLayerTurnsAboutYInTheSpaceAsDrawn) {
     // Without a camera a 3-D layer is seen straight on: turned 60 degrees about y, its
     // width as drawn is cos 60 of its own (in pixel heights), whatever the aspects.
     for (const auto& [layerAspect, compositionAspect] :
@@ -140,7 +140,7 @@ TEST(PixelAspectTransformTest, AThreeDLayerTurnsAboutYInTheSpaceAsDrawn) {
     }
 }
 
-TEST(PixelAspectTransformTest, TheCompositionTakesTheFirstImagesAspect) {
+TEST(WidePixelTransformTest, TheCompositionTakesTheFirstImagesAspect) {
     qzview::Composition composition;
     qzview::LayerImage wide = Plate("wide", 60, 40, 1);
     wide.pixelAspect = 2.0;
@@ -231,7 +231,7 @@ void ExpectTopPlacedByItsAspects(const qzview::Composition& composition, double 
     EXPECT_NEAR(m.m[1][1], std::cos(r) * 1.15, 1e-12);
 }
 
-TEST(PixelAspectTransformTest, ASquareLayerOverAnAnamorphicCompositionIsItsExactWarp) {
+TEST(WidePixelTransformTest, ASquareLayerOverAnAnamorphicCompositionIsItsExactWarp) {
     const qzview::Composition square = TwoPlates(1.0, 1.0);
     for (const double aspect : {2.0, 0.5}) {
         const qzview::Composition composition = TwoPlates(aspect, 1.0);
@@ -243,7 +243,7 @@ TEST(PixelAspectTransformTest, ASquareLayerOverAnAnamorphicCompositionIsItsExact
     }
 }
 
-TEST(PixelAspectTransformTest, AnAnamorphicLayerOverASquareCompositionIsItsExactWarp) {
+TEST(WidePixelTransformTest, AnAnamorphicLayerOverASquareCompositionIsItsExactWarp) {
     const qzview::Composition square = TwoPlates(1.0, 1.0);
     for (const double aspect : {2.0, 0.5}) {
         const qzview::Composition composition = TwoPlates(1.0, aspect);
