@@ -13,6 +13,7 @@
 #include <functional>
 #include <iostream>
 #include <numbers>
+#include <span>
 
 #include <Imath/ImathMatrix.h>
 #include <OpenImageIO/imagebufalgo.h>
@@ -198,22 +199,26 @@ TEST(CameraProjectionTest, DeletingMovingAndPuttingBackACameraReplacesThe3DLayer
     EXPECT_EQ(scene.composition.Transform(scene.layer), seen);
 }
 
+/// Where a camera stands, what it looks at, its Zoom, and a layer turned `turn` degrees
+/// about y at `position`.
+struct CameraCase {
+    V3 eye;
+    V3 target;
+    double zoom;
+    double turn;
+    V3 position;
+};
+constexpr CameraCase kCameraCases[] = {
+    {{48, 32, -133.33}, {48, 32, 0}, 133.33, 60, {48, 32, 0}},
+    {{10, -20, -90}, {50, 40, 15}, 120, 0, {40, 35, 25}},
+    {{120, 30, -60}, {48, 32, 0}, 80, -35, {48, 32, 10}},
+    {{48, 32, 200}, {48, 32, 0}, 133.33, 20, {48, 32, 0}}, // from behind the layer
+};
+
 TEST(CameraProjectionTest, ALayersPointsLandWhereThePinholeCameraSeesThem) {
     Scene scene;
     scene.camera = scene.composition.AddCamera();
-    const struct {
-        V3 eye;
-        V3 target;
-        double zoom;
-        double turn;
-        V3 position;
-    } cases[] = {
-        {{48, 32, -133.33}, {48, 32, 0}, 133.33, 60, {48, 32, 0}},
-        {{10, -20, -90}, {50, 40, 15}, 120, 0, {40, 35, 25}},
-        {{120, 30, -60}, {48, 32, 0}, 80, -35, {48, 32, 10}},
-        {{48, 32, 200}, {48, 32, 0}, 133.33, 20, {48, 32, 0}}, // from behind the layer
-    };
-    for (const auto& c : cases) {
+    for (const auto& c : kCameraCases) {
         scene.SetCamera([&](qzview::LayerValues& v) {
             v.position = {c.eye[0], c.eye[1], c.eye[2]};
             v.anchor = {c.target[0], c.target[1], c.target[2]};
@@ -265,18 +270,8 @@ TEST(CameraProjectionTest, InAnAnamorphicCompositionTheCameraSeesTheSpaceAsDrawn
         EXPECT_EQ(scene.composition.Transform(scene.layer), before)
             << "a new camera leaves the view as it was";
         const int drawnWidth = static_cast<int>(96 * aspect);
-        const struct {
-            V3 eye;
-            V3 target;
-            double zoom;
-            double turn;
-            V3 position;
-        } cases[] = {
-            {{48, 32, -133.33}, {48, 32, 0}, 133.33, 60, {48, 32, 0}},
-            {{10, -20, -90}, {50, 40, 15}, 120, 0, {40, 35, 25}},
-            {{120, 30, -60}, {48, 32, 0}, 80, -35, {48, 32, 10}},
-        };
-        for (const auto& c : cases) {
+        // The cases seen from in front of the layer.
+        for (const CameraCase& c : std::span(kCameraCases).first(3)) {
             scene.SetCamera([&](qzview::LayerValues& v) {
                 v.position = {c.eye[0], c.eye[1], c.eye[2]};
                 v.anchor = {c.target[0], c.target[1], c.target[2]};

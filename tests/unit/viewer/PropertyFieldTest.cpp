@@ -10,9 +10,9 @@
 #include <QToolButton>
 
 #include "ViewerHarness.h"
+#include "composition/PropertyRange.h"
 #include "docks/LayerPropertiesPanel.h"
 #include "docks/ScrubNumber.h"
-#include "editing/PropertyRange.h"
 
 namespace qzviewtest {
 namespace {

@@ -59,9 +59,12 @@ PixelARGB MeanAround(const PixelViewImage& image, int x, int y, int size) {
                               image.Y0() + image.Height()};
     const SampleSquare square = SquareInside(x, y, size, bounds);
     AreaMean mean(size);
-    for (int row = square.y0; row < square.y1; ++row) {
-        for (int column = square.x0; column < square.x1; ++column) {
-            mean.AddStraight(image.PixelAt(column, row));
+    // A row of the square at a time: one read of the image each.
+    std::vector<PixelARGB> row;
+    for (int y = square.y0; y < square.y1 && !square.Empty(); ++y) {
+        image.PixelsAt(square.x0, square.x1, y, row);
+        for (const PixelARGB& pixel : row) {
+            mean.AddStraight(pixel);
         }
     }
     return mean.Mean();

@@ -246,14 +246,8 @@ OiioImageFile::OiioImageFile(const std::string& path, int part) : path_(path), p
                                                 : SampleKind::Float;
     header_.channelType = ChannelTypeText(widest, bits);
     for (int c = 0; c < header.nchannels; ++c) {
-        if (c > 0) {
-            header_.channelNames += ',';
-        }
-        header_.channelNames += header.channel_name(c);
-    }
-
-    for (int c = 0; c < header.nchannels; ++c) {
         header_.channelList.push_back(header.channel_name(c));
+        header_.channelNames += (c > 0 ? "," : "") + header_.channelList.back();
     }
     header_.alphaHint = header.alpha_channel < header.nchannels ? header.alpha_channel : -1;
     // The parts of a multi-part OpenEXR file; the subimages of other formats (the pages of

@@ -76,12 +76,9 @@ Shown PixelAt(const PixelViewImage& image, const Point& point, int sample) {
     const int file_y = fits ? static_cast<int>(wide_y) : 0;
     const bool in_pixels = representable && fits && image.Contains(file_x, file_y);
     if (!in_frame && !in_pixels) {
-        const bool framed = image.DisplayX() != image.X0() || image.DisplayY() != image.Y0() ||
-                            image.DisplayWidth() != image.Width() ||
-                            image.DisplayHeight() != image.Height();
         std::string where =
             "columns " + Span(0, image.DisplayWidth()) + ", rows " + Span(0, image.DisplayHeight());
-        if (framed) {
+        if (image.Framed()) {
             where += "; its pixels: columns " +
                      Span(static_cast<long long>(image.X0()) - image.DisplayX(), image.Width()) +
                      ", rows " +
@@ -116,8 +113,7 @@ std::string SizeText(const PixelViewImage& image) {
         std::to_string(image.DisplayWidth()) + " x " + std::to_string(image.DisplayHeight());
     const long long x = static_cast<long long>(image.X0()) - image.DisplayX();
     const long long y = static_cast<long long>(image.Y0()) - image.DisplayY();
-    if (x != 0 || y != 0 || image.Width() != image.DisplayWidth() ||
-        image.Height() != image.DisplayHeight()) {
+    if (image.Framed()) {
         size += ", pixels " + std::to_string(image.Width()) + " x " +
                 std::to_string(image.Height()) + " at " + std::to_string(x) + "," +
                 std::to_string(y);

@@ -55,13 +55,23 @@ void PixelViewImage::ReadPartRows(int part, int y, int rows, void* out) {
 }
 
 PixelARGB PixelViewImage::PixelAt(int x, int y) const {
-    file_->ReadValues(x, x + 1, y, y + 1, values_);
+    PixelsAt(x, x + 1, y, pixels_);
+    return pixels_.front();
+}
+
+void PixelViewImage::PixelsAt(int x0, int x1, int y, std::vector<PixelARGB>& out) const {
+    file_->ReadValues(x0, x1, y, y + 1, values_);
     const ChannelSet& set = Set();
-    const auto value = [this](int channel, float missing) {
-        return channel >= 0 ? values_[static_cast<std::size_t>(channel)] : missing;
-    };
-    return {value(set.alpha, 1.0f), value(set.red, 0.0f), value(set.green, 0.0f),
-            value(set.blue, 0.0f)};
+    const auto channels = static_cast<std::size_t>(header_->channels);
+    out.resize(static_cast<std::size_t>(x1 - x0));
+    for (std::size_t p = 0; p < out.size(); ++p) {
+        const float* pixel = values_.data() + p * channels;
+        const auto value = [pixel](int channel, float missing) {
+            return channel >= 0 ? pixel[channel] : missing;
+        };
+        out[p] = {value(set.alpha, 1.0f), value(set.red, 0.0f), value(set.green, 0.0f),
+                  value(set.blue, 0.0f)};
+    }
 }
 
 void PixelViewImage::ReadAllPixels(const std::function<void(double)>& progress) {

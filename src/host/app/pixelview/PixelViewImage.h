@@ -43,6 +43,11 @@ public:
     int DisplayY() const noexcept { return header_->displayY; }
     int DisplayWidth() const noexcept { return header_->displayWidth; }
     int DisplayHeight() const noexcept { return header_->displayHeight; }
+    /// Whether the pixel rectangle is another than the frame.
+    bool Framed() const noexcept {
+        return header_->displayX != header_->x0 || header_->displayY != header_->y0 ||
+               header_->displayWidth != header_->width || header_->displayHeight != header_->height;
+    }
     /// How many times wider than tall a pixel is meant to be shown.
     double PixelAspect() const noexcept { return header_->pixelAspect; }
     bool Contains(int x, int y) const noexcept {
@@ -76,6 +81,9 @@ public:
     /// alpha that the file keeps unassociated is not multiplied in. Throws BadRequest when
     /// the pixels cannot be read.
     PixelARGB PixelAt(int x, int y) const;
+    /// The pixels of columns `x0` to `x1 - 1` of row `y` (all inside the pixel rectangle),
+    /// each as PixelAt gives it, into `out`, read at once.
+    void PixelsAt(int x0, int x1, int y, std::vector<PixelARGB>& out) const;
 
     /// Reads every pixel of the image into memory at once (rather than a band at a time
     /// through the image cache), calling `progress` with the share done (0 to 1) as the
@@ -112,10 +120,11 @@ private:
     // The chosen set's part, and its header, read once when it opened.
     ImageFile* file_ = nullptr;
     const ImageFileHeader* header_ = nullptr;
-    // The channel values of one pixel, and the samples of a band of rows, their storage
-    // kept from one read to the next.
+    // The channel values and pixels of a row (or of one pixel), and the samples of a band of
+    // rows, their storage kept from one read to the next.
     mutable std::vector<float> values_;
     mutable std::vector<std::byte> samples_;
+    mutable std::vector<PixelARGB> pixels_;
 };
 
 /// Picks red, green, blue and alpha of `set` out of `pixels` pixels of `channels` samples

@@ -65,7 +65,6 @@ SampleChoices::SampleChoices(QMenu& menu, QObject* parent)
                                         "around the pointer")
                                          .arg(size));
         connect(item, &QAction::triggered, this, [this, size] { ChooseSize(size); });
-        sizes_.append(item);
     }
 
     QMenu* values = menu.addMenu(tr("Sample &Values"));
@@ -82,7 +81,6 @@ SampleChoices::SampleChoices(QMenu& menu, QObject* parent)
                                         "them: after the exposure and the display transform")
                                    : tr("The Info panel shows the composition's working values"));
         connect(item, &QAction::triggered, this, [this, displayed] { ChooseValues(displayed); });
-        values_.append(item);
     }
 }
 

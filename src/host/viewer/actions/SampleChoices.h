@@ -26,11 +26,6 @@ public:
     /// Whether the displayed values are chosen.
     bool Displayed() const noexcept { return displayed_; }
 
-    /// The items of Sample Size, in the order of the sizes, and of Sample Values
-    /// (Working, Displayed).
-    const QList<QAction*>& SizeItems() const noexcept { return sizes_; }
-    const QList<QAction*>& ValueItems() const noexcept { return values_; }
-
 signals:
     void sizeChosen(int size);
     void valuesChosen(bool displayed);
@@ -41,8 +36,6 @@ private:
 
     int size_ = 1;
     bool displayed_ = false;
-    QList<QAction*> sizes_;
-    QList<QAction*> values_;
 };
 
 } // namespace qzview

@@ -83,8 +83,6 @@ void InfoFeed::PointerAt(CompositionPoint position) {
     const int id = hovered != nullptr ? hovered->id : 0;
     // While a layer is dragged, its readout stays in the text lines.
     if ((id != hovered_ || !hoverShown_) && !editor_.Dragging()) {
-        hovered_ = id;
-        hoverShown_ = true;
         ShowHoverText(hovered);
     }
     emit frameDue();
@@ -123,11 +121,8 @@ void InfoFeed::ShowReadErrors(const std::vector<std::string>& errors) {
 void InfoFeed::ShowHover() {
     // Before the pointer has been on the canvas, the lines describe the selected layer
     // (the image just opened).
-    const Layer* hovered =
-        pointer_ ? composition_.LayerAt(pointer_->x, pointer_->y) : editor_.SelectedLayer();
-    hovered_ = hovered != nullptr ? hovered->id : 0;
-    hoverShown_ = true;
-    ShowHoverText(hovered);
+    ShowHoverText(pointer_ ? composition_.LayerAt(pointer_->x, pointer_->y)
+                           : editor_.SelectedLayer());
 }
 
 void InfoFeed::Deliver() {
@@ -201,6 +196,8 @@ void InfoFeed::PanelOpened() {
 }
 
 void InfoFeed::ShowHoverText(const Layer* hovered) {
+    hovered_ = hovered != nullptr ? hovered->id : 0;
+    hoverShown_ = true;
     const Layer* selected = editor_.SelectedLayer();
     const bool over = hovered != nullptr && hovered->Drawn();
     const char* hint = ToolHint(editor_.CurrentTool(), composition_.Empty(), over,

@@ -97,6 +97,8 @@ signals:
     void pixelDelivered();
 
 private:
+    /// Writes the hover lines for `hovered` (none: beside every layer) and keeps which
+    /// layer they describe.
     void ShowHoverText(const Layer* hovered);
     /// The sampling changed: the pixel is delivered again and the hover lines, when they
     /// are shown, say so now.

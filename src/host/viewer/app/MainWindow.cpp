@@ -296,11 +296,6 @@ void MainWindow::OnLayerValues(int layer) {
 void MainWindow::ShowSelectedValues() {
     const Layer* selected = editor_->SelectedLayer();
     layersDock_->Panel().ShowLayer(selected);
-    if (selected != nullptr && selected->image) {
-        viewActions_->ShowChannelSets(selected->image->SetNames(), selected->image->set);
-    } else {
-        viewActions_->ShowChannelSets({}, -1);
-    }
     canvas_->SetOutline(LayerOutlineOf(composition_, selected));
 }
 
@@ -308,6 +303,13 @@ void MainWindow::FollowSelection() {
     ShowSelectedValues();
     const Layer* selected = editor_->SelectedLayer();
     projectDock_->ShowSelected(selected != nullptr ? selected->id : 0);
+    // The channel sets change with the selection and the layers (another set shown is a
+    // change of the layers), never with a layer's values.
+    if (selected != nullptr && selected->image) {
+        viewActions_->ShowChannelSets(selected->image->SetNames(), selected->image->set);
+    } else {
+        viewActions_->ShowChannelSets({}, -1);
+    }
 }
 
 void MainWindow::AddImage(LayerImage image) {

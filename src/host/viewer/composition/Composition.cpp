@@ -202,7 +202,9 @@ bool Composition::Move(int id, std::size_t index) {
                     first + static_cast<std::ptrdiff_t>(to) + 1);
     }
     // The top-most camera is the active one: a camera moved may hand the view to another.
-    KeepPlacements();
+    if (layers_[to].kind == LayerKind::Camera) {
+        KeepPlacements();
+    }
     Changed();
     return true;
 }

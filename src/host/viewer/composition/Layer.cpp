@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "PropertyRange.h"
+
 namespace qzview {
 
 namespace {
@@ -181,7 +183,7 @@ void SetProperty(LayerValues& values, Property property, const PropertyValue& va
         values.rotation = x;
         return;
     case Property::Opacity:
-        values.opacity = std::clamp(x, 0.0, 100.0);
+        values.opacity = RangeOf(property).Clamp(x);
         return;
     case Property::Zoom:
         values.zoom = std::max(x, kMinimumZoom);
@@ -193,9 +195,9 @@ void SetProperty(LayerValues& values, Property property, const PropertyValue& va
         return;
     }
     if (property == Property::MaskOpacity) {
-        values.mask->opacity = std::clamp(x, 0.0, 100.0);
+        values.mask->opacity = RangeOf(property).Clamp(x);
     } else if (property == Property::MaskFeather) {
-        values.mask->feather = std::max(x, 0.0);
+        values.mask->feather = RangeOf(property).Clamp(x);
     } else if (property == Property::MaskExpansion) {
         values.mask->expansion = x;
     }

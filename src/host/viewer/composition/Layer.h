@@ -135,7 +135,7 @@ bool IsMaskProperty(Property property) noexcept;
 int Components(const Layer& layer, Property property) noexcept;
 
 PropertyValue GetProperty(const LayerValues& values, Property property) noexcept;
-/// Sets the property, keeping it in its range (opacities 0 to 100, feather from 0,
+/// Sets the property, keeping it in its range (RangeOf; a camera's Zoom from kMinimumZoom,
 /// orientation in [0, 360)).
 void SetProperty(LayerValues& values, Property property, const PropertyValue& value) noexcept;
 

@@ -101,10 +101,10 @@ LayerImage FloatImage(std::string name, int width, int height, const std::vector
     return image;
 }
 
-LayerImage WithChannelSet(const LayerImage& image, int set) {
-    if (set == image.set) {
-        return image;
-    }
+namespace {
+
+/// `image` showing its channel set `set`, picked out of its channels.
+LayerImage PickSet(const LayerImage& image, int set) {
     if (!image.channels || set < 0 || set >= static_cast<int>(image.channels->sets.size())) {
         throw std::out_of_range("the image has no channel set " + std::to_string(set));
     }
@@ -136,8 +136,6 @@ LayerImage WithChannelSet(const LayerImage& image, int set) {
                                        part.pixels.data(), pixels, shown.pixels.data());
     return shown;
 }
-
-namespace {
 
 /// Where a pixel rectangle starting at `at` lies from a frame starting at `frame`; throws
 /// std::runtime_error when that is beyond the integers a layer's pixels are placed by.
@@ -192,6 +190,10 @@ std::shared_ptr<ImageChannels> ReadAllChannels(qzhost::pixelview::PixelViewImage
 
 } // namespace
 
+LayerImage WithChannelSet(const LayerImage& image, int set) {
+    return set == image.set ? image : PickSet(image, set);
+}
+
 LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress) {
     try {
         qzhost::pixelview::PixelViewImage image(path);
@@ -199,25 +201,24 @@ LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress)
         layer.path = path;
         layer.name = std::filesystem::path(path).filename().string();
         layer.format = image.FormatName();
+        layer.frameWidth = image.DisplayWidth();
+        layer.frameHeight = image.DisplayHeight();
+        layer.pixelAspect = image.PixelAspect();
+        if (image.Sets().size() > 1) {
+            // Every channel is kept; the first set is picked out of them.
+            layer.channels = ReadAllChannels(image, progress);
+            return PickSet(layer, 0);
+        }
         layer.channelType = image.ChannelType();
         layer.width = image.Width();
         layer.height = image.Height();
         layer.dataX = Offset(path, image.X0(), image.DisplayX());
         layer.dataY = Offset(path, image.Y0(), image.DisplayY());
-        layer.frameWidth = image.DisplayWidth();
-        layer.frameHeight = image.DisplayHeight();
         layer.setName = image.Set().name;
-        layer.pixelAspect = image.PixelAspect();
         layer.depth = image.ProjectDepth();
         layer.samples = image.Samples();
         layer.integerMax = image.IntegerMax();
         const std::size_t row = static_cast<std::size_t>(layer.width) * 4 * layer.SampleBytes();
-        if (image.Sets().size() > 1) {
-            // Every channel is kept; the first set is picked out of them.
-            layer.channels = ReadAllChannels(image, progress);
-            layer.set = -1;
-            return WithChannelSet(layer, 0);
-        }
         layer.pixels.resize(row * static_cast<std::size_t>(layer.height));
         image.ReadAllPixels(progress);
         for (int y = 0; y < layer.height; y += kBand) {

@@ -12,7 +12,7 @@
 
 #include "PanelIcons.h"
 #include "ScrubNumber.h"
-#include "editing/PropertyRange.h"
+#include "composition/PropertyRange.h"
 
 namespace qzview {
 
@@ -205,9 +205,9 @@ void LayerPropertiesPanel::Rebuild(const Layer& layer) {
                 scrubFrom_ = GetProperty(values_, property);
                 emit editStarted(layerId_, property);
             });
+            // The model keeps a scrubbed value in its property's range.
             connect(field, &ScrubNumber::scrubbed, this, [this, property, c](double value) {
-                const double kept = RangeOf(property).Clamp(value);
-                emit edited(layerId_, property, With(property, c, kept, scrubFrom_));
+                emit edited(layerId_, property, With(property, c, value, scrubFrom_));
             });
             connect(field, &ScrubNumber::scrubFinished, this,
                     [this, property] { emit editFinished(layerId_, property); });
@@ -253,6 +253,7 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         threeD_->setEnabled(false);
         channels_->clear();
         channels_->setEnabled(false);
+        channelsOf_.reset();
         return;
     }
     std::vector<Property> properties = PropertiesOf(*layer);
@@ -273,7 +274,11 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         threeD_->setEnabled(layer->kind == LayerKind::Visual);
         threeD_->setChecked(layer->ThreeD());
     }
-    {
+    // The list is made again only for another layer or another set shown, not at every
+    // change of the layer's values (a drag's every step).
+    const std::pair<int, int> channels{layer->id, layer->image ? layer->image->set : -1};
+    if (channelsOf_ != channels) {
+        channelsOf_ = channels;
         const QSignalBlocker quiet(channels_);
         channels_->clear();
         if (layer->image) {

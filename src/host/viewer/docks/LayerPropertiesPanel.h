@@ -9,7 +9,9 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <QLocale>
@@ -80,6 +82,8 @@ private:
     QLabel* title_ = nullptr;
     QCheckBox* threeD_ = nullptr;
     QComboBox* channels_ = nullptr;
+    /// The layer and the set whose channel sets the Channels box lists.
+    std::optional<std::pair<int, int>> channelsOf_;
     QWidget* rows_ = nullptr;
     QGridLayout* grid_ = nullptr;
     int layerId_ = 0;

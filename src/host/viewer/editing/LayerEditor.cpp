@@ -8,10 +8,8 @@
 namespace qzview {
 
 namespace {
-/// Wheel notches closer together than this belong to one turn of the wheel.
-constexpr qint64 kWheelTurnMs = 1000;
-/// Arrow-key nudges closer together than this belong to one run of nudges.
-constexpr qint64 kNudgeRunMs = 1000;
+/// Wheel notches, or arrow-key nudges, closer together than this belong to one run.
+constexpr qint64 kRunMs = 1000;
 
 PropertyValue Difference(const PropertyValue& now, const PropertyValue& start) {
     return {now[0] - start[0], now[1] - start[1], now[2] - start[2]};
@@ -123,10 +121,7 @@ void LayerEditor::WheelScale(int steps, bool coarse, std::optional<CompositionPo
         return;
     }
     Select(layer->id);
-    if (!wheel_ || wheel_->layer != layer->id || wheelClock_.elapsed() > kWheelTurnMs) {
-        wheel_ = WheelTurn{layer->id, ++gestures_, layer->values.scale};
-    }
-    wheelClock_.restart();
+    ContinueRun(wheel_, layer->id, layer->values.scale, false);
     const LayerValues before = layer->values;
     const double step = steps * (coarse ? 10.0 : 1.0);
     PropertyValue scale = before.scale;
@@ -369,17 +364,26 @@ void LayerEditor::SendBackward() {
     }
 }
 
+void LayerEditor::ContinueRun(std::optional<TimedRun>& run, int layer, const PropertyValue& start,
+                              bool broken) {
+    if (!run || run->layer != layer || broken || run->clock.elapsed() > kRunMs) {
+        run.emplace();
+        run->layer = layer;
+        run->gesture = ++gestures_;
+        run->start = start;
+        run->last = start;
+        run->clock.start();
+    }
+    run->clock.restart();
+}
+
 void LayerEditor::Nudge(double dx, double dy) {
     const Layer* layer = SelectedLayer();
     if (layer == nullptr || (dx == 0 && dy == 0)) {
         return;
     }
     const PropertyValue position = layer->values.position;
-    if (!nudge_ || nudge_->layer != layer->id || nudgeClock_.elapsed() > kNudgeRunMs ||
-        nudge_->last != position) {
-        nudge_ = NudgeRun{layer->id, ++gestures_, position, position};
-    }
-    nudgeClock_.restart();
+    ContinueRun(nudge_, layer->id, position, nudge_ && nudge_->last != position);
     const LayerValues before = layer->values;
     const PropertyValue moved{position[0] + dx, position[1] + dy, position[2]};
     const Layer& changed = ChangeProperty(layer->id, Property::Position, moved);

@@ -26,7 +26,6 @@ public:
     LayerEditor(Composition& composition, PropertyReadout& readout, QObject* parent = nullptr);
 
     QUndoStack& History() noexcept { return history_; }
-    const Composition& Comp() const noexcept { return composition_; }
 
     /// The selected layer's id, 0 for none.
     int Selected() const noexcept { return selected_; }
@@ -137,23 +136,23 @@ private:
     };
     std::optional<Scrub> scrub_;
 
-    struct WheelTurn {
+    /// Steps in quick succession on one layer that make one step of the history: the
+    /// notches of a turn of the wheel, a run of nudges.
+    struct TimedRun {
         int layer = 0;
         int gesture = 0;
+        /// The property's value as the run began, and as its last step left it.
         PropertyValue start{};
-    };
-    std::optional<WheelTurn> wheel_;
-    QElapsedTimer wheelClock_;
-
-    struct NudgeRun {
-        int layer = 0;
-        int gesture = 0;
-        PropertyValue start{};
-        /// The position the last nudge gave; any other edit of it ends the run.
         PropertyValue last{};
+        QElapsedTimer clock;
     };
-    std::optional<NudgeRun> nudge_;
-    QElapsedTimer nudgeClock_;
+    /// Goes on with `run` for a step on `layer`, or begins another one from `start` (a new
+    /// gesture) when the run was on another layer, is `broken`, or its last step is too long
+    /// ago.
+    void ContinueRun(std::optional<TimedRun>& run, int layer, const PropertyValue& start,
+                     bool broken);
+    std::optional<TimedRun> wheel_;
+    std::optional<TimedRun> nudge_;
     int gestures_ = 0;
 };
 

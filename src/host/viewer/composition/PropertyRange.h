@@ -1,12 +1,12 @@
-// The range of values that a property takes, as the layer model keeps it (SetProperty
-// clamps to it): the opacities from 0 to 100, the mask's feather from 0; the other
-// properties take any value (the orientation's angles go round rather than stop). The
-// Layer Properties dock clamps what is typed to it and says so.
+// The range of values that a property takes: the opacities from 0 to 100, the mask's
+// feather from 0; the other properties take any value (the orientation's angles go round
+// rather than stop, a camera's Zoom keeps to its own least). SetProperty keeps a layer's
+// values in it; the Layer Properties dock clamps what is typed to it and says so.
 #pragma once
 
 #include <optional>
 
-#include "composition/Layer.h"
+#include "Layer.h"
 
 namespace qzview {
 
