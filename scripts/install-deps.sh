@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ clang libclang-rt-14-dev pkg-config git ccache mold
   libboost-dev libicu-dev libcairo2-dev libpango1.0-dev librsvg2-dev libpugixml-dev
-  liblcms2-dev libcli11-dev nlohmann-json3-dev fonts-dejavu-core
+  liblcms2-dev libopencolorio-dev libcli11-dev nlohmann-json3-dev fonts-dejavu-core
   libgtest-dev libgmock-dev googletest libbenchmark-dev binutils
   libopenimageio-dev libimath-dev openimageio-tools python3
   qt6-base-dev libgl-dev xvfb xauth xdotool imagemagick x11-utils

@@ -1,6 +1,6 @@
 // The monitor transform: colours pass through exactly without a monitor profile; with one,
 // they are converted from sRGB as the profile's tone curves and primaries say, alpha
-// untouched.
+// untouched. A display transform set by the host program comes first.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -213,6 +213,35 @@ TEST_F(MonitorTransform, AGrayProfileIsNoMonitorProfile) {
             << error.what();
     }
     EXPECT_EQ(qzhost::MonitorProfile(), std::nullopt);
+}
+
+TEST_F(MonitorTransform, TheDisplayTransformComesBeforeTheProfile) {
+    // A display transform that halves every colour.
+    class Halve final : public qzhost::ColourTransform {
+    public:
+        void Apply(float* rgba, std::size_t count) const noexcept override {
+            for (std::size_t i = 0; i < count; ++i) {
+                for (std::size_t c = 0; c < 3; ++c) {
+                    rgba[i * 4 + c] /= 2;
+                }
+            }
+        }
+    };
+    qzhost::SetMonitorDisplay(std::make_shared<const Halve>());
+    const PF_PixelFloat halved = Transform({0.25f, 1.0f, 0.5f, -2.0f});
+    EXPECT_TRUE(SameBits(halved, PF_PixelFloat{0.25f, 0.5f, 0.25f, -1.0f}));
+
+    const fs::path profile = folder_ / "linear.icc";
+    SaveRGBProfile(profile, kSRGBPrimaries, true);
+    qzhost::SetMonitorProfile(profile);
+    const PF_PixelFloat shown = Transform({1.0f, 1.0f, 0.6f, 0.0f});
+    EXPECT_NEAR(shown.red, SRGBToLinear(0.5), 2e-3);
+    EXPECT_NEAR(shown.green, SRGBToLinear(0.3), 2e-3);
+
+    qzhost::HostControls::Get().Reset();
+    EXPECT_EQ(qzhost::MonitorDisplay(), nullptr);
+    const PF_PixelFloat pixel{1.0f, 0.5f, 0.5f, 0.5f};
+    EXPECT_TRUE(SameBits(Transform(pixel), pixel));
 }
 
 } // namespace

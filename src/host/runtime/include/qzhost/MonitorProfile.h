@@ -1,16 +1,19 @@
-// The monitor profile of the reference host: what TransformPixelAtScreenLocation converts
-// to. The host has one monitor, covering every screen point.
+// The monitor of the reference host: what TransformPixelAtScreenLocation converts to. The
+// host has one monitor, covering every screen point.
 //
-// Working-space colours are sRGB: the transform goes from LittleCMS's built-in sRGB
-// profile (cmsCreate_sRGBProfile) to the monitor's ICC profile, relative colorimetric, in
-// floating point, alpha untouched. Without a monitor profile colours pass through
-// unchanged.
+// A colour goes first through the monitor's display transform, when the host program sets
+// one (a viewer's display and view: working values to the display's), then through the
+// monitor profile, when one is set: from LittleCMS's built-in sRGB profile
+// (cmsCreate_sRGBProfile) to the monitor's ICC profile, relative colorimetric, in floating
+// point. Alpha is untouched. With neither, colours pass through unchanged.
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 
 #include "qzgp/QZ_Basic.h"
+#include "qzhost/ColourTransform.h"
 
 namespace qzhost {
 
@@ -22,5 +25,12 @@ QZ_HOST_API void SetMonitorProfile(const std::optional<std::filesystem::path>& p
 
 /// The monitor profile in use, nullopt for none.
 QZ_HOST_API std::optional<std::filesystem::path> MonitorProfile();
+
+/// [ui-thread] Makes `display` the monitor's display transform, applied before the monitor
+/// profile; null for none.
+QZ_HOST_API void SetMonitorDisplay(std::shared_ptr<const ColourTransform> display);
+
+/// The monitor's display transform; null for none.
+QZ_HOST_API std::shared_ptr<const ColourTransform> MonitorDisplay();
 
 } // namespace qzhost

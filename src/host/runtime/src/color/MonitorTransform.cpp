@@ -1,4 +1,5 @@
-// The monitor transform: LittleCMS from sRGB to the monitor's ICC profile.
+// The monitor transform: the display transform that the host program sets, then LittleCMS
+// from sRGB to the monitor's ICC profile.
 #include "host/MonitorTransform.h"
 
 #include <atomic>
@@ -89,26 +90,39 @@ public:
         return path_;
     }
 
+    void SetDisplay(std::shared_ptr<const ColourTransform> display) {
+        std::lock_guard lock(mutex_);
+        display_ = std::move(display);
+    }
+
+    std::shared_ptr<const ColourTransform> Display() const {
+        std::lock_guard lock(mutex_);
+        return display_;
+    }
+
     void Apply(const PF_PixelFloat& in, PF_PixelFloat* out) const {
-        // Without a monitor profile the colour passes unchanged, and no lock is needed to
-        // know it.
+        PF_PixelFloat shown = in;
+        if (const std::shared_ptr<const ColourTransform> display = Display()) {
+            float rgba[4] = {in.red, in.green, in.blue, in.alpha};
+            display->Apply(rgba, 1);
+            shown = {in.alpha, rgba[0], rgba[1], rgba[2]};
+        }
+        // Without a monitor profile the colour passes on as it is, and no lock is needed
+        // to know it.
         if (identity_.load(std::memory_order_acquire)) {
-            *out = in;
+            *out = shown;
             return;
         }
         std::lock_guard lock(mutex_);
-        if (current_ == nullptr) {
-            *out = in;
-            return;
+        if (current_ != nullptr) {
+            const float rgb_in[3] = {shown.red, shown.green, shown.blue};
+            float rgb_out[3] = {0.0f, 0.0f, 0.0f};
+            cmsDoTransform(current_, rgb_in, rgb_out, 1);
+            shown.red = rgb_out[0];
+            shown.green = rgb_out[1];
+            shown.blue = rgb_out[2];
         }
-        const float rgb_in[3] = {in.red, in.green, in.blue};
-        float rgb_out[3] = {0.0f, 0.0f, 0.0f};
-        cmsDoTransform(current_, rgb_in, rgb_out, 1);
-        const float alpha = in.alpha;
-        out->alpha = alpha;
-        out->red = rgb_out[0];
-        out->green = rgb_out[1];
-        out->blue = rgb_out[2];
+        *out = shown;
     }
 
 private:
@@ -158,6 +172,7 @@ private:
     std::map<ProfileKey, TransformPtr> cache_;
     void* current_ = nullptr;
     std::optional<std::filesystem::path> path_;
+    std::shared_ptr<const ColourTransform> display_;
 };
 
 } // namespace
@@ -168,6 +183,14 @@ void SetMonitorProfile(const std::optional<std::filesystem::path>& path) {
 
 std::optional<std::filesystem::path> MonitorProfile() {
     return MonitorState::Get().Path();
+}
+
+void SetMonitorDisplay(std::shared_ptr<const ColourTransform> display) {
+    MonitorState::Get().SetDisplay(std::move(display));
+}
+
+std::shared_ptr<const ColourTransform> MonitorDisplay() {
+    return MonitorState::Get().Display();
 }
 
 } // namespace qzhost

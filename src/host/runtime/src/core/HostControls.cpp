@@ -69,6 +69,7 @@ void HostControls::Reset() {
     reported_.clear();
     warnings_.clear();
     SetMonitorProfile(std::nullopt);
+    SetMonitorDisplay(nullptr);
     UsePrivatePreferenceFile();
     recordCalls_ = false;
     std::lock_guard lock(ViolationMutex());
