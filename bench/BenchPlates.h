@@ -28,8 +28,7 @@ inline qzview::LayerImage Plate(int index, qzview::SampleKind kind) {
     image.depth = 2;
     image.samples = kind;
     const std::size_t bytes = image.SampleBytes();
-    image.pixels.resize(static_cast<std::size_t>(kWidth) * kHeight * 4 * bytes);
-    std::byte* out = image.pixels.data();
+    std::byte* out = image.NewPixels(static_cast<std::size_t>(kWidth) * kHeight * 4 * bytes);
     const int square = 64 << index;
     for (int y = 0; y < kHeight; ++y) {
         for (int x = 0; x < kWidth; ++x) {

@@ -386,8 +386,7 @@ struct LargeTurnedLayer {
         image.depth = 0;
         image.samples = qzview::SampleKind::Code8;
         image.integerMax = 255;
-        image.pixels.resize(static_cast<std::size_t>(image.width) * image.height * 4);
-        std::byte* p = image.pixels.data();
+        std::byte* p = image.NewPixels(static_cast<std::size_t>(image.width) * image.height * 4);
         for (int y = 0; y < image.height; ++y) {
             for (int x = 0; x < image.width; ++x, p += 4) {
                 p[0] = static_cast<std::byte>(x * 255 / image.width);

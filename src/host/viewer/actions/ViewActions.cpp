@@ -3,12 +3,17 @@
 #include <QActionGroup>
 #include <QDoubleSpinBox>
 
+#include "DisplayChoices.h"
 #include "SampleChoices.h"
 #include "canvas/CanvasView.h"
 
 namespace qzview {
 
-ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&View"), window) {
+ViewActions::ViewActions(CanvasView& canvas, QWidget& window,
+                         std::shared_ptr<const qzhost::ColourConfig> colour,
+                         const std::optional<std::string>& display,
+                         const std::optional<std::string>& view)
+    : ActionSet(tr("&View"), window) {
     QAction* in = Keep(QStringLiteral("ZoomIn"),
                        menu_->addAction(tr("Zoom &In"), &canvas, &CanvasView::ZoomIn));
     in->setShortcuts({QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)});
@@ -38,6 +43,8 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
     clearOrigin->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
     menu_->addSeparator();
     sampling_ = new SampleChoices(*menu_, this);
+    menu_->addSeparator();
+    display_ = new DisplayChoices(*menu_, window, std::move(colour), display, view, this);
 
     menu_->addSeparator();
     channels_ = menu_->addMenu(tr("C&hannels"));
@@ -62,8 +69,8 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window) : ActionSet(tr("&V
     exposure_->setSingleStep(0.5);
     exposure_->setDecimals(1);
     exposure_->setSuffix(tr(" stops"));
-    exposure_->setToolTip(tr("Exposure of float images on the display; the Info panel always "
-                             "shows the working values"));
+    exposure_->setToolTip(tr("Exposure on the display (of float images without a colour "
+                             "config); the Info panel shows the working values"));
 }
 
 void ViewActions::SetPointerKnown(bool known) {

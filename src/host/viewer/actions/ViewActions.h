@@ -1,15 +1,18 @@
 // The View menu: the zoom steps of the canvas, and the origin of X', Y' set at the pointer's
 // last place on the canvas (disabled until the pointer has been there) or cleared; the channel
 // sets of the selected layer's image, one of which it shows (Page Down and Page Up step
-// through them); how the Info panel samples the composite (SampleChoices); and the exposure
-// box of the View toolbar, for float images on the display.
+// through them); how the Info panel samples the composite (SampleChoices); the colour
+// config's display and view (DisplayChoices); and the exposure box of the View toolbar.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "ActionSet.h"
 #include "canvas/CanvasMapping.h"
+#include "qzhost/ColourConfig.h"
 
 class QActionGroup;
 class QDoubleSpinBox;
@@ -17,18 +20,26 @@ class QDoubleSpinBox;
 namespace qzview {
 
 class CanvasView;
+class DisplayChoices;
 class SampleChoices;
 
 class ViewActions : public ActionSet {
     Q_OBJECT
 public:
-    /// The zoom actions drive `canvas`.
-    ViewActions(CanvasView& canvas, QWidget& window);
+    /// The zoom actions drive `canvas`; the displays and views are `colour`'s (null: no
+    /// config), starting with `display` and `view` when given.
+    ViewActions(CanvasView& canvas, QWidget& window,
+                std::shared_ptr<const qzhost::ColourConfig> colour = nullptr,
+                const std::optional<std::string>& display = std::nullopt,
+                const std::optional<std::string>& view = std::nullopt);
 
-    /// The exposure in stops; the window enables it while the project depth is float.
+    /// The exposure in stops; the window enables it while it applies (a float project, or
+    /// any with a colour config).
     QDoubleSpinBox* Exposure() const noexcept { return exposure_; }
     /// Sample Size and Sample Values.
     SampleChoices& Sampling() const noexcept { return *sampling_; }
+    /// Display and Display View.
+    DisplayChoices& Display() const noexcept { return *display_; }
 
     /// Whether the pointer has been on the canvas, so that Set Origin at Pointer has a
     /// place to take.
@@ -57,6 +68,7 @@ private:
     QAction* nextChannels_ = nullptr;
     QAction* previousChannels_ = nullptr;
     SampleChoices* sampling_ = nullptr;
+    DisplayChoices* display_ = nullptr;
 };
 
 } // namespace qzview

@@ -10,6 +10,7 @@
 #include "pixelview/PixelViewHost.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
 #include "qzhost/HostControls.h"
+#include "qzhost/MonitorProfile.h"
 
 namespace qzview {
 
@@ -133,13 +134,7 @@ void InfoFeed::Deliver() {
     const int x = static_cast<int>(std::floor(pointer_->x));
     const int y = static_cast<int>(std::floor(pointer_->y));
     const WorkingPixel working = sampler_.At(*composition_.Snapshot(), x, y, sampleSize_);
-    WorkingPixel p = working;
-    if (displayed_) {
-        // Alpha is not part of what the display transforms.
-        for (std::size_t c = 0; c < 3; ++c) {
-            p[c] = static_cast<float>(DisplayValue(p[c], display_));
-        }
-    }
+    const WorkingPixel p = displayed_ ? DisplayedPixel(working, display_) : working;
     std::optional<qzhost::pixelview::Point> origin;
     if (origin_) {
         origin = qzhost::pixelview::Point{origin_->x, origin_->y};
@@ -164,17 +159,27 @@ void InfoFeed::SetSampleSize(int size) {
 void InfoFeed::SetDisplayedValues(bool displayed) {
     if (displayed != displayed_) {
         displayed_ = displayed;
+        ShowSwatchAsCanvas();
         SamplingChanged();
     }
 }
 
 void InfoFeed::SetDisplay(const DisplaySettings& display) {
-    const bool changed = display.linear != display_.linear || display.exposure != display_.exposure;
-    display_ = display;
-    if (changed && displayed_) {
-        PixelChanged();
-        emit frameDue();
+    if (display == display_) {
+        return;
     }
+    display_ = display;
+    ShowSwatchAsCanvas();
+    // The swatch, and the values when they are the displayed ones, change with the display.
+    PixelChanged();
+    emit frameDue();
+}
+
+void InfoFeed::ShowSwatchAsCanvas() {
+    // The host's monitor transform takes what the palette is given to what the monitor
+    // shows: the display transform for working values, nothing more for displayed ones
+    // (the monitor's profile, if any, comes after it either way).
+    qzhost::SetMonitorDisplay(displayed_ ? nullptr : DisplayTransform(display_));
 }
 
 void InfoFeed::SamplingChanged() {

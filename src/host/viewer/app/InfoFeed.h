@@ -5,7 +5,8 @@
 // the display shows them (View > Sample Values). The text lines give the tool's hint and
 // what is known of the hovered image, with the sample when it is not the plain point;
 // they are written when the pointer comes onto another layer, but not during a drag,
-// whose property readout keeps the lines.
+// whose property readout keeps the lines. The swatch shows the colour that the canvas
+// shows: the host's monitor transform is the canvas's display transform.
 #pragma once
 
 #include <optional>
@@ -73,7 +74,8 @@ public:
     /// Whether the values delivered are the displayed ones rather than the working ones.
     void SetDisplayedValues(bool displayed);
     bool DisplayedValues() const noexcept { return displayed_; }
-    /// How the canvas shows the composition, which the displayed values follow.
+    /// How the canvas shows the composition, which the swatch and the displayed values
+    /// follow.
     void SetDisplay(const DisplaySettings& display);
 
     /// What the palette was last given.
@@ -103,6 +105,9 @@ private:
     /// The sampling changed: the pixel is delivered again and the hover lines, when they
     /// are shown, say so now.
     void SamplingChanged();
+    /// Gives the host's monitor the transform that makes the swatch show what the canvas
+    /// shows for the values delivered.
+    void ShowSwatchAsCanvas();
     void ShowTextLines(const std::string& a, const std::string& b, const std::string& c);
     void WriteLines();
 

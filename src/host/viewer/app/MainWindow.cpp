@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLocale>
@@ -16,6 +17,7 @@
 
 #include "PixelValuesCopy.h"
 #include "ReadyEvent.h"
+#include "actions/DisplayChoices.h"
 #include "actions/EditActions.h"
 #include "actions/FileActions.h"
 #include "actions/HelpActions.h"
@@ -109,6 +111,9 @@ MainWindow::MainWindow(qzhost::pixelview::PixelViewHost& host, const WindowSetti
     BuildDocks();
     BuildMenus();
     BuildToolBars();
+    if (!ColourNote().empty()) {
+        statusBar()->showMessage(QString::fromStdString(ColourNote()), 10000);
+    }
 
     connect(&reader_, &BackgroundReader::finished, this, &MainWindow::FinishRead);
 
@@ -196,6 +201,9 @@ void MainWindow::BuildDocks() {
     });
     LayerPropertiesPanel* panel = &layersDock_->Panel();
     panel->SetLocale(QLocale(QString::fromStdString(settings_.locale)));
+    if (settings_.colour) {
+        panel->SetColourSpaces(settings_.colour->ColourSpaces());
+    }
     connect(panel, &LayerPropertiesPanel::noted, this,
             [this](const QString& note) { statusBar()->showMessage(note, 5000); });
     connect(panel, &LayerPropertiesPanel::editStarted, editor_, &LayerEditor::BeginEdit);
@@ -208,13 +216,33 @@ void MainWindow::BuildDocks() {
     connect(panel, &LayerPropertiesPanel::typed, editor_, &LayerEditor::Type);
     connect(panel, &LayerPropertiesPanel::threeDToggled, editor_, &LayerEditor::SetThreeD);
     connect(panel, &LayerPropertiesPanel::channelSetChosen, editor_, &LayerEditor::SetChannelSet);
+    connect(
+        panel, &LayerPropertiesPanel::colourSpaceChosen, this,
+        [this](int layer, const QString& space) { SetColourSpace(layer, space.toStdString()); });
+}
+
+void MainWindow::SetColourSpace(int layer, const std::string& space) {
+    const auto& config = viewActions_->Display().Config();
+    if (!config) {
+        return;
+    }
+    try {
+        editor_->SetColourSpace(layer, space, config->ToWorking(space));
+    } catch (const std::exception& error) {
+        statusBar()->showMessage(QString::fromStdString(error.what()), 10000);
+    }
+}
+
+const std::string& MainWindow::ColourNote() const {
+    return viewActions_->Display().FallbackNote();
 }
 
 void MainWindow::BuildMenus() {
     auto* file = new FileActions(*this);
     connect(file, &FileActions::openChosen, this,
             [this](const QString& path) { OpenInBackground(path.toStdString()); });
-    viewActions_ = new ViewActions(*canvas_, *this);
+    viewActions_ =
+        new ViewActions(*canvas_, *this, settings_.colour, settings_.display, settings_.view);
     connect(viewActions_, &ViewActions::channelSetChosen, editor_,
             [this](int set) { editor_->SetChannelSet(editor_->Selected(), set); });
     connect(viewActions_, &ViewActions::channelSetStepped, editor_, &LayerEditor::StepChannelSet);
@@ -234,10 +262,10 @@ void MainWindow::BuildMenus() {
     info_->SetDisplayedValues(sampling.Displayed());
     connect(&sampling, &SampleChoices::sizeChosen, info_, &InfoFeed::SetSampleSize);
     connect(&sampling, &SampleChoices::valuesChosen, info_, &InfoFeed::SetDisplayedValues);
-    connect(viewActions_->Exposure(), &QDoubleSpinBox::valueChanged, this, [this](double stops) {
-        display_.exposure = stops;
-        RefreshDisplay();
-    });
+    connect(viewActions_->Exposure(), &QDoubleSpinBox::valueChanged, this,
+            &MainWindow::RefreshDisplay);
+    connect(&viewActions_->Display(), &DisplayChoices::choiceChanged, this,
+            &MainWindow::RefreshDisplay);
     projectActions_ = new ProjectActions(*this);
     connect(projectActions_, &ProjectActions::depthChosen, this, [this](std::int8_t depth) {
         depthChosen_ = true;
@@ -276,8 +304,24 @@ void MainWindow::BuildToolBars() {
     view->addAction(zoom[QStringLiteral("ZoomOut")]);
     view->addAction(zoom[QStringLiteral("FitInWindow")]);
     view->addSeparator();
+    const DisplayChoices& colour = viewActions_->Display();
+    if (colour.Config()) {
+        view->addWidget(new QLabel(tr(" Display "), view));
+        view->addWidget(colour.DisplayBox());
+        view->addWidget(new QLabel(tr(" View "), view));
+        view->addWidget(colour.ViewBox());
+    } else {
+        // Without a config they have nothing to offer, and nobody shows them.
+        colour.DisplayBox()->hide();
+        colour.ViewBox()->hide();
+        colour.GammaBox()->hide();
+    }
     view->addWidget(new QLabel(tr(" Exposure "), view));
     view->addWidget(viewActions_->Exposure());
+    if (colour.Config()) {
+        view->addWidget(new QLabel(tr(" Gamma "), view));
+        view->addWidget(colour.GammaBox());
+    }
 }
 
 void MainWindow::SetTool(Tool tool) {
@@ -313,6 +357,15 @@ void MainWindow::FollowSelection() {
 }
 
 void MainWindow::AddImage(LayerImage image) {
+    if (const auto& config = viewActions_->Display().Config()) {
+        // The file rules give the image its colour space.
+        const std::string space = config->ColourSpaceOf(image.path);
+        try {
+            image = WithColourSpace(image, space, config->ToWorking(space));
+        } catch (const std::exception& error) {
+            statusBar()->showMessage(QString::fromStdString(error.what()), 10000);
+        }
+    }
     const bool first = composition_.Empty();
     const std::int8_t depth = image.depth;
     const int id = composition_.AddImage(std::move(image));
@@ -337,8 +390,29 @@ void MainWindow::RefreshProjectList() {
 }
 
 void MainWindow::RefreshDisplay() {
-    display_.linear = depth_ == 2;
-    viewActions_->Exposure()->setEnabled(display_.linear);
+    const DisplayChoices& colour = viewActions_->Display();
+    const double exposure = viewActions_->Exposure()->value();
+    if (colour.Config()) {
+        // The config's view shows every project; the exposure is part of it.
+        qzhost::DisplayChoice choice = colour.Choice();
+        choice.exposure = exposure;
+        if (!display_.view || choice != viewChoice_) {
+            try {
+                display_.view = colour.Config()->ToDisplay(choice);
+                viewChoice_ = choice;
+            } catch (const std::exception& error) {
+                // The view cannot be made: the one shown stays.
+                statusBar()->showMessage(QString::fromStdString(error.what()), 10000);
+            }
+        }
+        display_.linear = false;
+        display_.exposure = 0;
+        viewActions_->Exposure()->setEnabled(true);
+    } else {
+        display_.linear = depth_ == 2;
+        display_.exposure = exposure;
+        viewActions_->Exposure()->setEnabled(display_.linear);
+    }
     info_->SetDisplay(display_);
     shown_ = composition_.Generation();
     canvas_->SetScene(scenes_.Make(composition_, display_, monitor_));

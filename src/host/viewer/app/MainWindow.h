@@ -27,6 +27,7 @@
 #include "editing/LayerEditor.h"
 #include "editing/PropertyReadout.h"
 #include "pixelview/PixelViewHost.h"
+#include "qzhost/ColourConfig.h"
 
 class QLabel;
 
@@ -51,6 +52,10 @@ struct WindowSettings {
     /// The host's locale (an ICU id such as "de_DE"), in which the docks show and read
     /// numbers.
     std::string locale = "en_US";
+    /// The colour config (null: none), and the display and view to start with.
+    std::shared_ptr<const qzhost::ColourConfig> colour;
+    std::optional<std::string> display;
+    std::optional<std::string> view;
 };
 
 class MainWindow : public QMainWindow {
@@ -109,6 +114,11 @@ public:
     std::int8_t ProjectDepth() const noexcept { return depth_; }
     /// The ready event, once the window is on the screen.
     void LogReady();
+    /// What the start had to replace of the display and view asked for, in one line
+    /// (empty when nothing).
+    const std::string& ColourNote() const;
+    /// How the canvas shows the composition now.
+    const DisplaySettings& Display() const noexcept { return display_; }
 
 signals:
     /// A background read finished (`ok` false: it failed and nothing changed).
@@ -134,6 +144,8 @@ private:
     void SyncScene();
     /// Hands the canvas the composition as it is now, in the display's colours.
     void RefreshDisplay();
+    /// Reads layer `layer`'s file values as being in the colour config's space `space`.
+    void SetColourSpace(int layer, const std::string& space);
     void RefreshProjectList();
     void DrainMainQueue();
     /// Edit > Copy Pixel Values: the Info panel's readout on the clipboard.
@@ -145,6 +157,8 @@ private:
     EventLog* log_;
     Composition composition_;
     DisplaySettings display_;
+    /// The display choice that display_.view was made for.
+    qzhost::DisplayChoice viewChoice_;
     std::shared_ptr<const MonitorDisplay> monitor_;
     SceneMaker scenes_;
     /// The composition's generation that the canvas shows.

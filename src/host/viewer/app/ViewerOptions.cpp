@@ -1,6 +1,7 @@
 #include "ViewerOptions.h"
 
 #include <cmath>
+#include <filesystem>
 #include <regex>
 #include <sstream>
 
@@ -32,6 +33,9 @@ ParsedCommandLine ParseCommandLine(int argc, char** argv) {
     double scale = 0;
     std::string prefs;
     std::string monitor;
+    std::string ocio;
+    std::string display;
+    std::string view;
     app.add_option("images", options.images, "images to open, the first one on the bottom");
     app.add_option("--geometry", geometry, "the window's size and place: WxH+X+Y");
     app.add_option("--zoom", zoom, "start at this zoom (1/16 to 64; the nearest level)");
@@ -39,7 +43,16 @@ ParsedCommandLine ParseCommandLine(int argc, char** argv) {
     app.add_option("--locale", options.locale, "the host's locale (ICU id)")->default_str("en_US");
     app.add_option("--plugin", options.plugin, "the plug-in library (default: beside qzview)");
     app.add_option("--scale", scale, "the panel's UI scale (default: the screen's pixel ratio)");
-    app.add_option("--monitor", monitor, "the monitor's ICC profile");
+    app.add_option("--monitor", monitor, "the monitor's ICC profile (not with a colour config)");
+    app.add_option("--ocio", ocio,
+                   "the OpenColorIO config that manages colour (default: the file that the "
+                   "OCIO environment variable names; none: the sRGB transfer)");
+    app.add_option("--display", display,
+                   "the config's display to start with (default: the last one chosen for "
+                   "the config, else its default)");
+    app.add_option("--view", view,
+                   "the display's view to start with (default: the last one chosen, else the "
+                   "display's default)");
     app.add_flag("--log-json", options.logJson,
                  "print events as JSON Lines on standard output (ready, panel)");
     ParsedCommandLine parsed;
@@ -86,6 +99,35 @@ ParsedCommandLine ParseCommandLine(int argc, char** argv) {
     }
     if (!monitor.empty()) {
         options.monitor = monitor;
+    }
+    const std::optional<std::filesystem::path> config =
+        !ocio.empty() ? std::optional<std::filesystem::path>(ocio)
+                      : qzhost::ColourConfig::FromEnvironment();
+    if (config) {
+        if (options.monitor) {
+            parsed.exitStatus = 2;
+            parsed.message = "--monitor: a colour config's display is the monitor; give one or "
+                             "the other";
+            return parsed;
+        }
+        try {
+            options.colour = qzhost::ColourConfig::Load(*config);
+        } catch (const std::exception& error) {
+            parsed.exitStatus = 2;
+            parsed.message = error.what();
+            return parsed;
+        }
+    } else if (!display.empty() || !view.empty()) {
+        parsed.exitStatus = 2;
+        parsed.message = std::string(!display.empty() ? "--display" : "--view") +
+                         ": there is no colour config (--ocio FILE or the OCIO variable)";
+        return parsed;
+    }
+    if (!display.empty()) {
+        options.display = display;
+    }
+    if (!view.empty()) {
+        options.view = view;
     }
     parsed.options = std::move(options);
     return parsed;

@@ -1,11 +1,14 @@
 // The viewer's command line.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include <QRect>
+
+#include "qzhost/ColourConfig.h"
 
 namespace qzview {
 
@@ -19,11 +22,17 @@ struct ViewerOptions {
     std::string plugin;
     std::optional<double> scale;
     std::optional<std::string> monitor;
+    /// The colour config (--ocio, else the OCIO environment variable), loaded; null for
+    /// none. The display and view to start with (none: the preference file's, else the
+    /// config's defaults).
+    std::shared_ptr<const qzhost::ColourConfig> colour;
+    std::optional<std::string> display;
+    std::optional<std::string> view;
     bool logJson = false;
 };
 
 /// What parsing gave: options to run with, or an exit (help printed, or a bad command
-/// line with its one-line message).
+/// line with its one-line message, or a colour config that does not load).
 struct ParsedCommandLine {
     std::optional<ViewerOptions> options;
     int exitStatus = 0;

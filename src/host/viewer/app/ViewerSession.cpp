@@ -40,7 +40,13 @@ ViewerSession::ViewerSession(const ViewerOptions& options, std::vector<LayerImag
     window.zoom = options.zoom;
     window.monitor = options.monitor;
     window.locale = options.locale;
+    window.colour = options.colour;
+    window.display = options.display;
+    window.view = options.view;
     window_ = std::make_unique<MainWindow>(*host_, window, log_.get());
+    if (!window_->ColourNote().empty()) {
+        std::fprintf(stderr, "qzview: %s\n", window_->ColourNote().c_str());
+    }
     for (LayerImage& image : images) {
         window_->AddImage(std::move(image));
     }

@@ -51,6 +51,50 @@ double DisplayValue(double value, const DisplaySettings& settings) noexcept {
     return v;
 }
 
+std::array<float, 4> DisplayedPixel(std::array<float, 4> pixel, const DisplaySettings& settings) {
+    if (settings.view) {
+        const float alpha = pixel[3];
+        settings.view->Apply(pixel.data(), 1);
+        pixel[3] = alpha;
+        return pixel;
+    }
+    for (std::size_t c = 0; c < 3; ++c) {
+        pixel[c] = static_cast<float>(DisplayValue(pixel[c], settings));
+    }
+    return pixel;
+}
+
+namespace {
+
+/// The exposure and the sRGB transfer of a float project without a config.
+class TransferTransform final : public qzhost::ColourTransform {
+public:
+    explicit TransferTransform(const DisplaySettings& settings) : settings_(settings) {}
+
+    void Apply(float* rgba, std::size_t count) const noexcept override {
+        for (std::size_t i = 0; i < count * 4; i += 4) {
+            for (std::size_t c = 0; c < 3; ++c) {
+                rgba[i + c] = static_cast<float>(DisplayValue(rgba[i + c], settings_));
+            }
+        }
+    }
+
+private:
+    DisplaySettings settings_;
+};
+
+} // namespace
+
+std::shared_ptr<const qzhost::ColourTransform> DisplayTransform(const DisplaySettings& settings) {
+    if (settings.view) {
+        return settings.view;
+    }
+    if (settings.linear) {
+        return std::make_shared<const TransferTransform>(settings);
+    }
+    return nullptr;
+}
+
 std::uint8_t DisplayLevel(float value, const DisplaySettings& settings) noexcept {
     if (std::isnan(value)) {
         return 0;
@@ -127,18 +171,45 @@ std::shared_ptr<const DisplayLevels> LevelsFor(const DisplaySettings& settings) 
 
 } // namespace
 
-void ToDisplay(const float* pixels, std::size_t count, const DisplaySettings& settings,
-               const MonitorDisplay* monitor, std::uint32_t* out) {
-    const std::shared_ptr<const DisplayLevels> levels = LevelsFor(settings);
+namespace {
+
+/// Display colours of pixels whose red, green and blue go to levels through `levels` and
+/// whose alpha, not transferred, is `alphas[4 * i]`: clamped, and rounded half away from
+/// zero.
+void ToLevels(const float* colours, const float* alphas, std::size_t count,
+              const DisplayLevels& levels, std::uint32_t* out) {
     for (std::size_t i = 0; i < count; ++i) {
-        const float* p = pixels + 4 * i;
-        // Alpha is not transferred: clamped, and rounded half away from zero.
-        const float alpha = std::isnan(p[3]) ? 0.0f : std::clamp(p[3], 0.0f, 1.0f);
-        const float scaled = alpha * 255.0f;
+        const float* p = colours + 4 * i;
+        const float alpha = alphas[4 * i];
+        const float clamped = std::isnan(alpha) ? 0.0f : std::clamp(alpha, 0.0f, 1.0f);
+        const float scaled = clamped * 255.0f;
         const auto whole = static_cast<std::uint32_t>(scaled);
         const std::uint32_t a = whole + (scaled - static_cast<float>(whole) >= 0.5f ? 1 : 0);
-        out[i] = a << 24 | std::uint32_t{levels->Level(p[0])} << 16 |
-                 std::uint32_t{levels->Level(p[1])} << 8 | levels->Level(p[2]);
+        out[i] = a << 24 | std::uint32_t{levels.Level(p[0])} << 16 |
+                 std::uint32_t{levels.Level(p[1])} << 8 | levels.Level(p[2]);
+    }
+}
+
+/// Pixels that go through a view at a time: a buffer that stays in the cache.
+constexpr std::size_t kViewBlock = 1024;
+
+} // namespace
+
+void ToDisplay(const float* pixels, std::size_t count, const DisplaySettings& settings,
+               const MonitorDisplay* monitor, std::uint32_t* out) {
+    if (settings.view) {
+        // The view gives display values, which become levels as they are.
+        const std::shared_ptr<const DisplayLevels> levels = LevelsFor(DisplaySettings{});
+        std::array<float, kViewBlock * 4> shown{};
+        for (std::size_t start = 0; start < count; start += kViewBlock) {
+            const std::size_t n = std::min(kViewBlock, count - start);
+            const float* in = pixels + 4 * start;
+            std::copy(in, in + 4 * n, shown.data());
+            settings.view->Apply(shown.data(), n);
+            ToLevels(shown.data(), in + 3, n, *levels, out + start);
+        }
+    } else {
+        ToLevels(pixels, pixels + 3, count, *LevelsFor(settings), out);
     }
     if (monitor != nullptr) {
         monitor->Apply(out, count);

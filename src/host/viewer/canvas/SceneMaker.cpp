@@ -4,8 +4,7 @@ namespace qzview {
 
 CanvasScene SceneMaker::Make(const Composition& composition, const DisplaySettings& display,
                              const std::shared_ptr<const MonitorDisplay>& monitor) {
-    if (!display_ || display_->linear != display.linear || display_->exposure != display.exposure ||
-        monitor_ != monitor) {
+    if (!display_ || *display_ != display || monitor_ != monitor) {
         // Every display image shows the old settings.
         kept_.clear();
         display_ = display;

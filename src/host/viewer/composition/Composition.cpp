@@ -65,6 +65,22 @@ bool Composition::SetChannelSet(int id, int set) {
     return false;
 }
 
+bool Composition::SetColourSpace(int id, const std::string& space,
+                                 std::shared_ptr<const qzhost::ColourTransform> to_working) {
+    for (Layer& layer : layers_) {
+        if (layer.id != id || !layer.image || layer.image->colourSpace == space) {
+            continue;
+        }
+        layer.image = std::make_shared<const LayerImage>(
+            WithColourSpace(*layer.image, space, std::move(to_working)));
+        if (layer.Drawn()) {
+            Changed();
+        }
+        return true;
+    }
+    return false;
+}
+
 int Composition::AddImage(LayerImage image) {
     if (image.frameWidth <= 0 || image.frameHeight <= 0) {
         // An image made without a frame fills one of its own size.

@@ -14,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "CompositeRegion.h"
@@ -70,6 +71,11 @@ public:
     /// whether the layer shows another set now; throws std::out_of_range for a set that
     /// the image does not have.
     bool SetChannelSet(int id, int set);
+    /// Reads layer `id`'s file values as being in the colour space `space`, which
+    /// `to_working` turns into working values. Returns whether the layer's colour space
+    /// changed.
+    bool SetColourSpace(int id, const std::string& space,
+                        std::shared_ptr<const qzhost::ColourTransform> to_working);
 
     int Width() const noexcept { return width_; }
     int Height() const noexcept { return height_; }

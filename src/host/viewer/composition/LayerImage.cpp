@@ -19,7 +19,7 @@ constexpr int kBand = 64;
 
 template <typename T>
 const T* Samples(const LayerImage& image, int x, int y) noexcept {
-    return reinterpret_cast<const T*>(image.pixels.data()) +
+    return reinterpret_cast<const T*>(image.pixels->data()) +
            (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
             static_cast<std::size_t>(x)) *
                4;
@@ -37,6 +37,13 @@ void Convert(const LayerImage& image, int y, int x0, std::size_t count, float* o
 
 } // namespace
 
+std::byte* LayerImage::NewPixels(std::size_t bytes) {
+    auto fresh = std::make_shared<std::vector<std::byte>>(bytes);
+    std::byte* data = fresh->data();
+    pixels = std::move(fresh);
+    return data;
+}
+
 std::size_t LayerImage::SampleBytes() const noexcept {
     return qzhost::pixelview::SampleBytes(samples);
 }
@@ -53,6 +60,13 @@ std::vector<std::string> LayerImage::SetNames() const {
 }
 
 void LayerImage::WorkingRow(int y, int x0, int x1, float* out) const noexcept {
+    FileRow(y, x0, x1, out);
+    if (toWorking) {
+        toWorking->Apply(out, static_cast<std::size_t>(x1 - x0));
+    }
+}
+
+void LayerImage::FileRow(int y, int x0, int x1, float* out) const noexcept {
     const auto count = static_cast<std::size_t>(x1 - x0) * 4;
     // A code k is k / the largest code, correctly rounded, as the host reads an integer
     // pixel.
@@ -96,8 +110,8 @@ LayerImage FloatImage(std::string name, int width, int height, const std::vector
     image.samples = SampleKind::Float;
     const std::size_t count =
         static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4;
-    image.pixels.resize(count * sizeof(float));
-    std::memcpy(image.pixels.data(), rgba.data(), std::min(count, rgba.size()) * sizeof(float));
+    std::memcpy(image.NewPixels(count * sizeof(float)), rgba.data(),
+                std::min(count, rgba.size()) * sizeof(float));
     return image;
 }
 
@@ -126,14 +140,16 @@ LayerImage PickSet(const LayerImage& image, int set) {
     shown.set = set;
     shown.channels = image.channels;
     shown.pixelAspect = image.pixelAspect;
+    shown.colourSpace = image.colourSpace;
+    shown.toWorking = image.toWorking;
     shown.depth = part.depth;
     shown.samples = part.samples;
     shown.integerMax = part.integerMax;
     const std::size_t pixels =
         static_cast<std::size_t>(part.width) * static_cast<std::size_t>(part.height);
-    shown.pixels.resize(pixels * 4 * shown.SampleBytes());
+    std::byte* out = shown.NewPixels(pixels * 4 * shown.SampleBytes());
     qzhost::pixelview::PickSamplesRGBA(chosen, part.channels, part.samples, part.integerMax,
-                                       part.pixels.data(), pixels, shown.pixels.data());
+                                       part.pixels.data(), pixels, out);
     return shown;
 }
 
@@ -194,6 +210,14 @@ LayerImage WithChannelSet(const LayerImage& image, int set) {
     return set == image.set ? image : PickSet(image, set);
 }
 
+LayerImage WithColourSpace(const LayerImage& image, std::string space,
+                           std::shared_ptr<const qzhost::ColourTransform> to_working) {
+    LayerImage shown = image;
+    shown.colourSpace = std::move(space);
+    shown.toWorking = to_working && !to_working->Identity() ? std::move(to_working) : nullptr;
+    return shown;
+}
+
 LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress) {
     try {
         qzhost::pixelview::PixelViewImage image(path);
@@ -219,12 +243,12 @@ LayerImage ReadLayerImage(const std::string& path, const ReadProgress& progress)
         layer.samples = image.Samples();
         layer.integerMax = image.IntegerMax();
         const std::size_t row = static_cast<std::size_t>(layer.width) * 4 * layer.SampleBytes();
-        layer.pixels.resize(row * static_cast<std::size_t>(layer.height));
+        std::byte* pixels = layer.NewPixels(row * static_cast<std::size_t>(layer.height));
         image.ReadAllPixels(progress);
         for (int y = 0; y < layer.height; y += kBand) {
             const int rows = std::min(kBand, layer.height - y);
             image.ReadRowsSamplesRGBA(image.Y0() + y, rows,
-                                      layer.pixels.data() + static_cast<std::size_t>(y) * row);
+                                      pixels + static_cast<std::size_t>(y) * row);
         }
         return layer;
     } catch (const qzhost::pixelview::PixelViewError& error) {

@@ -3,7 +3,8 @@
 // floats or floats, with what the host says about the file. The working values that the
 // Info palette is given are made from the samples when they are asked for: a code k is
 // k / the largest code (rounded once), half and full floats are their values, and a set
-// without alpha has alpha 1.
+// without alpha has alpha 1; with a colour config, these file values then go from the
+// image's input colour space into the config's working space.
 //
 // The image has a frame (the file's display window) in whose coordinates it is placed;
 // its pixels lie at their own rectangle in that frame (inside it, around it or beside it),
@@ -22,6 +23,7 @@
 
 #include "pixelview/ChannelSets.h"
 #include "pixelview/ImageFile.h"
+#include "qzhost/ColourTransform.h"
 
 namespace qzview {
 
@@ -76,8 +78,16 @@ struct LayerImage {
     SampleKind samples = SampleKind::Float;
     /// The largest code of an integer image; 0 for half and float images.
     std::uint32_t integerMax = 0;
-    /// width x height x 4 samples, rows top to bottom.
-    std::vector<std::byte> pixels;
+    /// width x height x 4 samples, rows top to bottom; shared by the images that differ
+    /// only in their colour space.
+    std::shared_ptr<const std::vector<std::byte>> pixels;
+    /// The colour space that the file's values are in, a name of the colour config, and
+    /// the transform from it into the working space; empty and null without a config.
+    std::string colourSpace;
+    std::shared_ptr<const qzhost::ColourTransform> toWorking;
+
+    /// New pixels of `bytes` bytes (zeros) for the image to hold, to be filled.
+    std::byte* NewPixels(std::size_t bytes);
 
     /// The bytes of one sample.
     std::size_t SampleBytes() const noexcept;
@@ -86,6 +96,8 @@ struct LayerImage {
     /// The working values of columns `x0` to `x1 - 1` of row `y` (all inside the image)
     /// into `out`, four floats per pixel.
     void WorkingRow(int y, int x0, int x1, float* out) const noexcept;
+    /// The file's values of the same pixels, before any colour space is applied.
+    void FileRow(int y, int x0, int x1, float* out) const noexcept;
     /// The working values of the pixel at column `x`, row `y` (inside the image).
     std::array<float, 4> WorkingPixel(int x, int y) const noexcept;
 };
@@ -97,6 +109,11 @@ LayerImage FloatImage(std::string name, int width, int height, const std::vector
 /// `image` showing its channel set `set` (an index of SetNames()); the same image when it
 /// already does. Throws std::out_of_range for a set that the image does not have.
 LayerImage WithChannelSet(const LayerImage& image, int set);
+
+/// `image` with its file values in the colour space `space`, which `to_working` turns into
+/// working values (null: they are working values); the pixels are shared, not copied.
+LayerImage WithColourSpace(const LayerImage& image, std::string space,
+                           std::shared_ptr<const qzhost::ColourTransform> to_working);
 
 /// Reports how far a read has come, 0 to 1; it may be called on the reading thread.
 using ReadProgress = std::function<void(double done)>;

@@ -90,6 +90,24 @@ LayerPropertiesPanel::LayerPropertiesPanel(QWidget* parent) : QWidget(parent) {
             emit channelSetChosen(layerId_, set);
         }
     });
+    colourRow_ = new QWidget(this);
+    auto* colour_row = new QHBoxLayout(colourRow_);
+    colour_row->setContentsMargins(0, 0, 0, 0);
+    auto* colour_label = new QLabel(tr("Colour Space:"), colourRow_);
+    colourSpace_ = new QComboBox(colourRow_);
+    colourSpace_->setObjectName(QStringLiteral("colourSpace"));
+    colourSpace_->setToolTip(tr("The colour space that the image's values are in; they are "
+                                "turned into the working space, which the Info panel reads"));
+    colour_label->setBuddy(colourSpace_);
+    colour_row->addWidget(colour_label);
+    colour_row->addWidget(colourSpace_, 1);
+    layout->addWidget(colourRow_);
+    colourRow_->hide();
+    connect(colourSpace_, &QComboBox::activated, this, [this](int index) {
+        if (layerId_ != 0) {
+            emit colourSpaceChosen(layerId_, colourSpace_->itemText(index));
+        }
+    });
     rows_ = new QWidget(this);
     grid_ = new QGridLayout(rows_);
     grid_->setContentsMargins(0, 4, 0, 0);
@@ -108,6 +126,23 @@ LayerPropertiesPanel::LayerPropertiesPanel(QWidget* parent) : QWidget(parent) {
     connect(noteTimer_, &QTimer::timeout, note_, &QWidget::hide);
     layout->addStretch(1);
     ShowLayer(nullptr);
+}
+
+void LayerPropertiesPanel::SetColourSpaces(const std::vector<std::string>& spaces) {
+    const QSignalBlocker quiet(colourSpace_);
+    colourSpace_->clear();
+    for (const std::string& space : spaces) {
+        colourSpace_->addItem(QString::fromStdString(space));
+    }
+    colourRow_->setVisible(!spaces.empty());
+}
+
+void LayerPropertiesPanel::ShowColourSpace(const Layer* layer) {
+    const QSignalBlocker quiet(colourSpace_);
+    const bool pixels = layer != nullptr && layer->image != nullptr;
+    colourSpace_->setEnabled(pixels);
+    colourSpace_->setCurrentIndex(
+        pixels ? colourSpace_->findText(QString::fromStdString(layer->image->colourSpace)) : -1);
 }
 
 void LayerPropertiesPanel::SetLocale(const QLocale& locale) {
@@ -254,6 +289,7 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         channels_->clear();
         channels_->setEnabled(false);
         channelsOf_.reset();
+        ShowColourSpace(nullptr);
         return;
     }
     std::vector<Property> properties = PropertiesOf(*layer);
@@ -289,6 +325,7 @@ void LayerPropertiesPanel::ShowLayer(const Layer* layer) {
         }
         channels_->setEnabled(channels_->count() > 1);
     }
+    ShowColourSpace(layer);
     for (const auto& [property, fields] : fields_) {
         const PropertyValue value = GetProperty(layer->values, property);
         for (std::size_t c = 0; c < fields.size(); ++c) {

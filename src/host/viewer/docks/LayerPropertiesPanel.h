@@ -4,13 +4,15 @@
 // them to the layer and tells the Info palette. Numbers are shown and read in the host's
 // locale. A value beyond the property's range is brought into it, and the field and a
 // short-lived note under the rows say so. The Scale row has a link: while it is on, a
-// scrub or a typed value of one component scales the others in proportion.
+// scrub or a typed value of one component scales the others in proportion. With a colour
+// config, the layer's input colour space is chosen here too.
 #pragma once
 
 #include <array>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -49,6 +51,9 @@ public:
 
     /// The locale in which the numbers are shown and read.
     void SetLocale(const QLocale& locale);
+    /// The colour spaces that an image's values can be in (the colour config's); none
+    /// hides the Colour Space box, as without a config.
+    void SetColourSpaces(const std::vector<std::string>& spaces);
     /// Whether the components of layer `layer`'s scale are linked.
     bool ScaleLinked(int layer) const { return linked_.count(layer) != 0; }
 
@@ -65,6 +70,8 @@ signals:
     void threeDToggled(int layer, bool on);
     /// Another channel set of the layer's image was chosen (its place in the list).
     void channelSetChosen(int layer, int set);
+    /// Another input colour space was chosen for the layer's image.
+    void colourSpaceChosen(int layer, const QString& space);
     /// A typed value was brought into its property's range; `note` says so.
     void noted(const QString& note);
 
@@ -84,6 +91,10 @@ private:
     QComboBox* channels_ = nullptr;
     /// The layer and the set whose channel sets the Channels box lists.
     std::optional<std::pair<int, int>> channelsOf_;
+    QWidget* colourRow_ = nullptr;
+    QComboBox* colourSpace_ = nullptr;
+    /// Shows the layer's colour space in the Colour Space box (none: no layer with pixels).
+    void ShowColourSpace(const Layer* layer);
     QWidget* rows_ = nullptr;
     QGridLayout* grid_ = nullptr;
     int layerId_ = 0;

@@ -267,6 +267,25 @@ void LayerEditor::SetChannelSet(int layer, int set) {
         [show, set] { show(set); }, [show, before] { show(before); }));
 }
 
+void LayerEditor::SetColourSpace(int layer, const std::string& space,
+                                 std::shared_ptr<const qzhost::ColourTransform> to_working) {
+    const Layer* found = composition_.Find(layer);
+    if (found == nullptr || !found->image || found->image->colourSpace == space) {
+        return;
+    }
+    const auto read = [this, layer](const std::string& name,
+                                    const std::shared_ptr<const qzhost::ColourTransform>& into) {
+        composition_.SetColourSpace(layer, name, into);
+        emit layersChanged();
+    };
+    const std::string before = found->image->colourSpace;
+    const std::shared_ptr<const qzhost::ColourTransform> undone = found->image->toWorking;
+    history_.push(new LayerListEdit(
+        tr("Input Colour Space: %1").arg(QString::fromStdString(space)),
+        [read, space, to_working] { read(space, to_working); },
+        [read, before, undone] { read(before, undone); }));
+}
+
 void LayerEditor::StepChannelSet(int steps) {
     const Layer* layer = SelectedLayer();
     if (layer == nullptr || !layer->image) {

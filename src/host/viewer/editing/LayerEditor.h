@@ -75,6 +75,10 @@ public:
     void SetChannelSet(int layer, int set);
     /// Shows the selected layer's next (`steps` > 0) or previous channel set, going round.
     void StepChannelSet(int steps);
+    /// Reads layer `layer`'s file values as being in the colour space `space`, which
+    /// `to_working` turns into working values, as one step of the history.
+    void SetColourSpace(int layer, const std::string& space,
+                        std::shared_ptr<const qzhost::ColourTransform> to_working);
 
     /// Hides or shows layer `layer` ("Hide Layer", "Show Layer").
     void SetVisible(int layer, bool visible);
