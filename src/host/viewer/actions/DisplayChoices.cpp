@@ -26,11 +26,12 @@ std::string ViewKey(const qzhost::ColourConfig& config) {
     return "View: " + std::filesystem::absolute(config.File()).lexically_normal().string();
 }
 
-/// A checkable entry of `menu` for the config's name `name`, in `group`; an ampersand of
-/// the name is shown, not taken for a mnemonic.
-QAction* NameItem(QMenu& menu, QActionGroup& group, const std::string& name) {
+/// A checkable entry of `menu` for the config's name `name`, in `group`, whose object name
+/// is `kind` and the name; an ampersand of the name is shown, not taken for a mnemonic.
+QAction* NameItem(QMenu& menu, QActionGroup& group, const char* kind, const std::string& name) {
     QString text = QString::fromStdString(name);
     QAction* item = menu.addAction(text.replace(QLatin1Char('&'), QStringLiteral("&&")));
+    item->setObjectName(QLatin1String(kind) + QString::fromStdString(name));
     item->setData(QString::fromStdString(name));
     item->setCheckable(true);
     item->setActionGroup(&group);
@@ -80,7 +81,7 @@ DisplayChoices::DisplayChoices(QMenu& menu, QWidget& window,
         return;
     }
     for (const std::string& name : config_->Displays()) {
-        QAction* item = NameItem(*displays_, *displayGroup_, name);
+        QAction* item = NameItem(*displays_, *displayGroup_, "view.display.", name);
         connect(item, &QAction::triggered, this, [this, name] { Choose(name, view_); });
         displayBox_->addItem(QString::fromStdString(name));
     }
@@ -148,7 +149,7 @@ void DisplayChoices::ShowChoice() {
     displayBox_->setCurrentText(QString::fromStdString(display_));
     viewBox_->clear();
     for (const std::string& name : config_->Views(display_)) {
-        QAction* item = NameItem(*views_, *viewGroup_, name);
+        QAction* item = NameItem(*views_, *viewGroup_, "view.view.", name);
         item->setChecked(name == view_);
         connect(item, &QAction::triggered, this, [this, name] { Choose(display_, name); });
         viewBox_->addItem(QString::fromStdString(name));

@@ -45,7 +45,7 @@ ViewerSession::ViewerSession(const ViewerOptions& options, std::vector<LayerImag
     window.view = options.view;
     window_ = std::make_unique<MainWindow>(*host_, window, log_.get());
     if (!window_->ColourNote().empty()) {
-        std::fprintf(stderr, "qzview: %s\n", window_->ColourNote().c_str());
+        std::fprintf(stderr, "qzview: warning: %s\n", window_->ColourNote().c_str());
     }
     for (LayerImage& image : images) {
         window_->AddImage(std::move(image));
