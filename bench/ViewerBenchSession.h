@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,12 +25,19 @@
 
 class ViewerBenchSession {
 public:
-    /// `name` names the scratch folder and the benchmark in a failure message.
+    /// `name` names the scratch folder and the benchmark in a failure message; `colour`
+    /// (with its display and view) manages colour when given.
     ViewerBenchSession(const char* name, const QRect& geometry,
-                       std::vector<qzview::LayerImage> images)
+                       std::vector<qzview::LayerImage> images,
+                       std::shared_ptr<const qzhost::ColourConfig> colour = nullptr,
+                       std::optional<std::string> display = std::nullopt,
+                       std::optional<std::string> view = std::nullopt)
         : folder_(name) {
         qzhost::MainLoop::Get().AdoptCurrentThread();
         qzview::ViewerOptions options;
+        options.colour = std::move(colour);
+        options.display = std::move(display);
+        options.view = std::move(view);
         for (const qzview::LayerImage& image : images) {
             options.images.push_back(image.path);
         }

@@ -4,16 +4,22 @@
 // preview to the screen; when the person lets go, the exact view of the visible region is
 // rendered; a pointer move brings the pixel under it to the panel's pixels. Each step is
 // measured in the process's CPU time (the exact view's threads included), and the
-// process's resident memory is reported with it.
+// process's resident memory is reported with it. Each benchmark runs without a colour
+// config (argument ocio 0: the sRGB transfer) and with the project's own config showing its
+// "Film" view (ocio 1: a matrix, an exponent and a 1-D table through OpenColorIO's CPU
+// processor); a change of exposure, which shows every layer anew, is measured too.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <filesystem>
 #include <string>
 
 #include <QCoreApplication>
+#include <QDoubleSpinBox>
 #include <QMouseEvent>
 
 #include "BenchPlates.h"
+#include "BuildPaths.h"
 #include "ViewerBenchSession.h"
 #include "canvas/CanvasView.h"
 #include "canvas/ExactView.h"
@@ -34,9 +40,20 @@ double ResidentMegabytes() {
     return static_cast<double>(qzhost::validate::ResidentBytes()) / (1024.0 * 1024.0);
 }
 
+/// The project's own colour config when the benchmark's argument asks for one.
+std::shared_ptr<const qzhost::ColourConfig> ConfigFor(const benchmark::State& state) {
+    if (state.range(0) == 0) {
+        return nullptr;
+    }
+    return qzhost::ColourConfig::Load(std::filesystem::path(QZ_SOURCE_DIR) /
+                                      "tests/ocio/config.ocio");
+}
+
 class PlateViewer : public ViewerBenchSession {
 public:
-    PlateViewer() : ViewerBenchSession("viewer_drag_bench", QRect(0, 0, 1600, 900), Images()) {
+    explicit PlateViewer(const benchmark::State& state)
+        : ViewerBenchSession("viewer_drag_bench", QRect(0, 0, 1600, 900), Images(),
+                             ConfigFor(state), "Second Monitor", "Film") {
         Window().Canvas().FitToWindow();
         Settle();
     }
@@ -100,7 +117,7 @@ void DragSteps(benchmark::State& state, PlateViewer& viewer, QPointF from, Step 
 
 /// Moves the top layer one screen pixel further each step, back and forth.
 void MoveStep(benchmark::State& state) {
-    PlateViewer viewer;
+    PlateViewer viewer(state);
     const QPointF from = viewer.At(1900.5, 1000.5);
     DragSteps(state, viewer, from, [from](std::size_t i) {
         const double offset = static_cast<double>(i % 64 < 32 ? i % 32 : 32 - i % 32);
@@ -110,7 +127,7 @@ void MoveStep(benchmark::State& state) {
 
 /// Turns the top layer with the rotation tool, 2 degrees a step.
 void RotationStep(benchmark::State& state) {
-    PlateViewer viewer;
+    PlateViewer viewer(state);
     viewer.Window().SetTool(qzview::Tool::Rotation);
     const auto& position = viewer.Top().values.position;
     const QPointF centre = viewer.At(position[0], position[1]);
@@ -123,7 +140,7 @@ void RotationStep(benchmark::State& state) {
 
 /// Drags the top layer's bottom-right corner handle in and out.
 void CornerScaleStep(benchmark::State& state) {
-    PlateViewer viewer;
+    PlateViewer viewer(state);
     const QPointF corner = viewer.At(kWidth, kHeight);
     DragSteps(state, viewer, corner, [corner](std::size_t i) {
         const double offset = static_cast<double>(i % 64 < 32 ? i % 32 : 32 - i % 32);
@@ -133,7 +150,7 @@ void CornerScaleStep(benchmark::State& state) {
 
 /// Scrubs a property of the top layer in the dock, as the dock's number does.
 void ScrubSteps(benchmark::State& state, qzview::Property property, double from, double step) {
-    PlateViewer viewer;
+    PlateViewer viewer(state);
     qzview::MainWindow& window = viewer.Window();
     const int layer = viewer.Top().id;
     // The pointer rests over the layers: the readout follows what lies under it.
@@ -166,7 +183,7 @@ void ScrubOpacity(benchmark::State& state) {
 /// The exact view of the window's canvas after the top layer was turned: what the worker
 /// renders when the person lets go (on this machine's threads).
 void ExactViewAfterRotation(benchmark::State& state) {
-    PlateViewer viewer;
+    PlateViewer viewer(state);
     qzview::MainWindow& window = viewer.Window();
     window.Editor().Type(viewer.Top().id, qzview::Property::Rotation, {12.5, 0, 0});
     viewer.Paint();
@@ -183,30 +200,70 @@ void ExactViewAfterRotation(benchmark::State& state) {
     state.counters["resident_MB"] = ResidentMegabytes();
 }
 
+/// Changes the exposure by half a stop, up and down: every layer's display images are made
+/// anew and the canvas shows them.
+void ExposureStep(benchmark::State& state) {
+    PlateViewer viewer(state);
+    QDoubleSpinBox* exposure = viewer.Window().findChild<QDoubleSpinBox*>("exposure");
+    std::size_t i = 0;
+    for (auto _ : state) {
+        exposure->setValue(i % 2 == 0 ? 0.5 : 0.0);
+        viewer.Paint();
+        ++i;
+    }
+    state.counters["resident_MB"] = ResidentMegabytes();
+}
+
 } // namespace
 
+BENCHMARK(ExposureStep)
+    ->Name("viewer_plates_exposure_step")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
 BENCHMARK(MoveStep)
     ->Name("viewer_plates_move_step")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
 BENCHMARK(RotationStep)
     ->Name("viewer_plates_rotation_step")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
 BENCHMARK(CornerScaleStep)
     ->Name("viewer_plates_corner_scale_step")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
 BENCHMARK(ScrubPosition)
     ->Name("viewer_plates_scrub_position_step")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
 BENCHMARK(ScrubOpacity)
     ->Name("viewer_plates_scrub_opacity_step")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
 BENCHMARK(ExactViewAfterRotation)
     ->Name("viewer_plates_exact_view")
+    ->ArgName("ocio")
+    ->Arg(0)
+    ->Arg(1)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime()
     ->MeasureProcessCPUTime();
