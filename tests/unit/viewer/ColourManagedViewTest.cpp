@@ -167,6 +167,8 @@ TEST_F(ColourManagedViewTest, AnInputColourSpaceTurnsFileValuesIntoWorkingValues
     for (int c = 0; c < 4; ++c) {
         EXPECT_EQ(Text(snapshot, 7 + c), FourDecimals(working[static_cast<std::size_t>(c)]));
     }
+    // The hover lines name the colour space with the layer.
+    EXPECT_EQ(Lines().at(1), "shot_doubled.exr (doubled)");
 
     // Read as the working space itself, the file's values are the working values; undo
     // puts the colour space back.
@@ -175,6 +177,9 @@ TEST_F(ColourManagedViewTest, AnInputColourSpaceTurnsFileValuesIntoWorkingValues
     Settle();
     EXPECT_EQ(Window().Comp().Layers().front().image->colourSpace, "linear");
     EXPECT_EQ(Text(PointAtTheMiddle(), 7), FourDecimals(0.25f));
+    MoveOver(Over(-10, -10));
+    EXPECT_EQ(Text(PointAtTheMiddle(), 7), FourDecimals(0.25f));
+    EXPECT_EQ(Lines().at(1), "shot_doubled.exr (linear)");
     Window().Editor().History().undo();
     Settle();
     EXPECT_EQ(box->currentText(), "doubled");

@@ -217,9 +217,12 @@ void InfoFeed::ShowHoverText(const Layer* hovered) {
         return;
     }
     const LayerImage& image = *hovered->image;
-    // The layer's name with the channel set it shows, when its image has several.
-    const std::string name =
-        image.channels ? hovered->name + " [" + image.setName + "]" : hovered->name;
+    // The layer's name with the channel set it shows, when its image has several, and the
+    // colour space its values are read from, with a colour config.
+    std::string name = image.channels ? hovered->name + " [" + image.setName + "]" : hovered->name;
+    if (!image.colourSpace.empty()) {
+        name += " (" + image.colourSpace + ")";
+    }
     ShowTextLines(hint, name, ImageLine(image, note));
 }
 
