@@ -118,7 +118,7 @@ std::string Quoted(const std::string& text) {
 }
 
 ProgramRun Qzhost(const std::string& arguments, const std::string& input,
-                  const std::string& config_home) {
+                  const std::string& config_home, const std::string& ocio) {
     ProgramRun run;
 #ifdef QZ_QZHOST_PROGRAM
     TempFolder io;
@@ -127,7 +127,8 @@ ProgramRun Qzhost(const std::string& arguments, const std::string& input,
     const fs::path err = io.Path() / "err";
     const fs::path config = config_home.empty() ? io.Path() / "config" : fs::path(config_home);
     std::ofstream(in, std::ios::binary) << input;
-    const std::string command = "XDG_CONFIG_HOME=" + Quoted(config.string()) +
+    const std::string colour = ocio.empty() ? "env -u OCIO " : "OCIO=" + Quoted(ocio) + " ";
+    const std::string command = colour + "XDG_CONFIG_HOME=" + Quoted(config.string()) +
                                 " LSAN_OPTIONS=" + Quoted(LeakCheckOptions()) + " " +
                                 Quoted(QZ_QZHOST_PROGRAM) + " " + arguments + " <" +
                                 Quoted(in.string()) + " >" + Quoted(out.string()) + " 2>" +
@@ -140,6 +141,7 @@ ProgramRun Qzhost(const std::string& arguments, const std::string& input,
     (void)arguments;
     (void)input;
     (void)config_home;
+    (void)ocio;
     ADD_FAILURE() << "this build has no qzhost program";
 #endif
     return run;
@@ -182,6 +184,7 @@ QzhostChild::QzhostChild(const std::vector<std::string>& arguments) {
         ::setenv("XDG_CONFIG_HOME", config.c_str(), 1);
         ::setenv("LSAN_OPTIONS", leak_options.c_str(), 1);
         ::unsetenv("NO_COLOR");
+        ::unsetenv("OCIO");
         ::execv(argv[0], argv.data());
         ::_exit(127);
     }

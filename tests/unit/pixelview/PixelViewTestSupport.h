@@ -39,13 +39,16 @@ struct ProgramRun {
 
 /// Runs the qzhost program with `arguments` (already quoted for the shell), feeding it
 /// `input` on standard input. The user's configuration folder (XDG_CONFIG_HOME) is
-/// `config_home`, or a new empty folder: no test touches the real user's preferences.
+/// `config_home`, or a new empty folder: no test touches the real user's preferences. The
+/// OCIO environment variable names `ocio`, and is unset when that is empty: no test takes
+/// the colour config of the environment that runs it.
 ProgramRun Qzhost(const std::string& arguments, const std::string& input = "",
-                  const std::string& config_home = "");
+                  const std::string& config_home = "", const std::string& ocio = "");
 
 /// The qzhost program running with pipes on its standard input, output and error, for
 /// tests that talk to it a line at a time. The user's configuration folder is a new
-/// empty one. The program is killed if it still runs when the object goes.
+/// empty one; the OCIO environment variable is unset. The program is killed if it still runs when
+/// the object goes.
 class QzhostChild {
 public:
     explicit QzhostChild(const std::vector<std::string>& arguments);

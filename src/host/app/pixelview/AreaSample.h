@@ -69,8 +69,10 @@ private:
 };
 
 /// The mean of the square of side `size` centred on column `x`, row `y` of `image` laid
-/// alone over transparent black: its pixels' straight values times their alpha, pixels
-/// beyond the image transparent. Throws BadRequest when the pixels cannot be read.
+/// alone over transparent black: its pixels' straight values (as PixelsAt gives them: in
+/// the working space when the image has a colour transform, so each pixel is turned before
+/// the mean is taken) times their alpha, pixels beyond the image transparent. Throws
+/// BadRequest when the pixels cannot be read.
 PixelARGB MeanAround(const PixelViewImage& image, int x, int y, int size);
 
 } // namespace qzhost::pixelview

@@ -17,6 +17,7 @@
 #include "pixelview/DisplayModeChoice.h"
 #include "pixelview/PanelState.h"
 #include "pixelview/PanelText.h"
+#include "pixelview/PixelViewColour.h"
 #include "pixelview/PixelViewError.h"
 #include "pixelview/PixelViewHost.h"
 #include "pixelview/PixelViewImage.h"
@@ -25,6 +26,7 @@
 #include "pixelview/SnapshotJson.h"
 #include "pixelview/TextBuffer.h"
 #include "qzhost/PluginLoader.h"
+#include "qzhost/ProgramName.h"
 
 namespace qzhost::pixelview {
 
@@ -160,9 +162,12 @@ void AppendPixelJson(const PixelARGB& pixel, TextBuffer& out) {
 /// back and printed at once.
 class Viewer {
 public:
+    /// `display`: the monitor's display transform, none when null.
     Viewer(const PixelViewOptions& options, const PixelViewImage& image,
-           const std::optional<Point>& origin, const DisplayModeChoice* mode, bool several)
-        : options_(options), image_(image), origin_(origin), mode_(mode), several_(several) {
+           const std::optional<Point>& origin, const DisplayModeChoice* mode, bool several,
+           std::shared_ptr<const ColourTransform> display)
+        : options_(options), image_(image), origin_(origin), mode_(mode), several_(several),
+          display_(std::move(display)) {
         TextBuffer path;
         AppendJsonString(image.Path(), path);
         imageJson_ = ",\"image\":" + std::string(path.View()) + ",\"at\":[";
@@ -221,6 +226,7 @@ private:
         if (!options_.monitor.empty()) {
             settings.monitor = options_.monitor;
         }
+        settings.display = display_;
         host_ = std::make_unique<PixelViewHost>(settings);
         if (mode_ != nullptr) {
             host_->ChooseDisplayMode(*mode_);
@@ -234,6 +240,7 @@ private:
     std::optional<Point> origin_;
     const DisplayModeChoice* mode_;
     bool several_;
+    std::shared_ptr<const ColourTransform> display_;
     std::unique_ptr<PixelViewHost> host_;
     PanelState state_;
     /// The image's member and the start of the point's, and the sample's side (above 1)
@@ -250,11 +257,22 @@ std::string OneLine(std::string message) {
     return message;
 }
 
-int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
+int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out, std::ostream& err) {
     // Everything that the command line can get wrong is checked before the host starts,
     // so that a bad request shows nothing and writes nothing.
     const PixelViewRequest request = CheckPixelViewOptions(options);
-    PixelViewImage image(options.image.empty() ? DefaultSampleImage() : options.image);
+    const std::string path = options.image.empty() ? DefaultSampleImage() : options.image;
+    // With a config the panel reads the pixels in its working space, and the monitor shows
+    // the swatch through the chosen display's view.
+    std::optional<PixelViewColour> colour;
+    std::string note;
+    if (!request.config.empty()) {
+        colour = SetUpColour(request.config, options, path, note);
+    }
+    PixelViewImage image(path);
+    if (colour) {
+        image.SetColourTransform(colour->toWorking);
+    }
     if (!options.channels.empty()) {
         const int set = FindChannelSet(image.Sets(), options.channels);
         if (set < 0) {
@@ -275,9 +293,16 @@ int Run(const PixelViewOptions& options, std::istream& in, std::ostream& out) {
         }
     }
 
+    // A display or view that the config lacks gave way to its default: the run goes on,
+    // and says so once, as the host's other warnings are said.
+    if (!note.empty()) {
+        err << ProgramName() << ": warning: " << note << '\n';
+    }
+
     // Points of standard input are shown as their lines arrive; a line that is not a
     // point inside the image ends the run, after the panels before it.
-    Viewer viewer(options, image, request.origin, request.mode, given.size() > 1 || from_input);
+    Viewer viewer(options, image, request.origin, request.mode, given.size() > 1 || from_input,
+                  colour ? colour->display : nullptr);
     std::size_t next = 0;
     for (const PointSource& source : request.sources) {
         if (!source.fromInput) {
@@ -311,7 +336,7 @@ std::string PngFileFor(const std::string& png, std::size_t index, bool several) 
 int RunPixelView(const PixelViewOptions& options, std::istream& in, std::ostream& out,
                  std::ostream& err) {
     try {
-        return Run(options, in, out);
+        return Run(options, in, out, err);
     } catch (const PixelViewError& error) {
         err << "qzhost inspect: " << OneLine(error.what()) << '\n';
         return error.ExitStatus();
@@ -327,8 +352,8 @@ CLI::App* AddPixelViewCommand(CLI::App& app, int& exit_status) {
         "Show the Info panel for pixels of an image, as the panel shows them while the pointer "
         "rests there in the host's viewer. Exit status 2: a missing or unreadable image, an "
         "unknown format, a point outside the image, a malformed option or line of standard input "
-        "(the panels of the lines before it stay printed); 3: a failure of the host or the "
-        "plug-in.");
+        "(the panels of the lines before it stay printed), an OpenColorIO config that cannot "
+        "be used or an unknown colour space; 3: a failure of the host or the plug-in.");
     auto options = std::make_shared<PixelViewOptions>();
     AddPixelViewOptions(*command, *options);
     command->callback([options, &exit_status] {

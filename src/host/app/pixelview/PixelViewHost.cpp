@@ -8,6 +8,7 @@
 #include "host/PF_Pixel.h"
 #include "pixelview/PixelViewError.h"
 #include "qzgp/QZ_InfoPaletteSuite.h"
+#include "qzhost/MonitorProfile.h"
 #include "qzhost/PreferenceFile.h"
 #include "qzhost/SuiteRegistry.h"
 #include "script/OpArgs.h"
@@ -49,6 +50,10 @@ PixelViewHost::PixelViewHost(const HostSettings& settings) : session_(settings.p
     Set("", "project", {{"depth", settings.projectDepth}});
     if (settings.monitor) {
         Set("--monitor", "monitor", *settings.monitor);
+    }
+    // The session's start reset the monitor; the swatch goes through this display's view.
+    if (settings.display) {
+        SetMonitorDisplay(settings.display);
     }
     Set(settings.prefs ? "--prefs" : "the host's preference file", "prefs",
         settings.prefs ? *settings.prefs : DefaultPreferences());

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,6 +13,7 @@
 #include "pixelview/PanelState.h"
 #include "pixelview/PixelViewImage.h"
 #include "pixelview/PixelViewPoint.h"
+#include "qzhost/ColourTransform.h"
 #include "script/Json.h"
 #include "script/ScriptSession.h"
 
@@ -32,6 +34,9 @@ struct HostSettings {
     std::optional<std::string> prefs;
     /// The ICC profile of the monitor that the swatch is shown on; none for the identity.
     std::optional<std::string> monitor;
+    /// The monitor's display transform (working values to what a display's view shows),
+    /// applied to the swatch's colour before the monitor profile; none when null.
+    std::shared_ptr<const ColourTransform> display;
     /// Whether the host opens the Info panel as soon as the plug-in has started (the
     /// viewer opens it itself when its saved layout shows it).
     bool openPanel = true;

@@ -72,6 +72,26 @@ void PixelViewImage::PixelsAt(int x0, int x1, int y, std::vector<PixelARGB>& out
         out[p] = {value(set.alpha, 1.0f), value(set.red, 0.0f), value(set.green, 0.0f),
                   value(set.blue, 0.0f)};
     }
+    if (transform_) {
+        // The transform takes red, green, blue, alpha; the pixels' alpha is kept as read.
+        rgba_.resize(out.size() * 4);
+        for (std::size_t p = 0; p < out.size(); ++p) {
+            rgba_[p * 4 + 0] = out[p][1];
+            rgba_[p * 4 + 1] = out[p][2];
+            rgba_[p * 4 + 2] = out[p][3];
+            rgba_[p * 4 + 3] = out[p][0];
+        }
+        transform_->Apply(rgba_.data(), out.size());
+        for (std::size_t p = 0; p < out.size(); ++p) {
+            out[p][1] = rgba_[p * 4 + 0];
+            out[p][2] = rgba_[p * 4 + 1];
+            out[p][3] = rgba_[p * 4 + 2];
+        }
+    }
+}
+
+void PixelViewImage::SetColourTransform(std::shared_ptr<const ColourTransform> transform) {
+    transform_ = transform && !transform->Identity() ? std::move(transform) : nullptr;
 }
 
 void PixelViewImage::ReadAllPixels(const std::function<void(double)>& progress) {

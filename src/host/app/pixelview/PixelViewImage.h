@@ -13,6 +13,7 @@
 
 #include "pixelview/ChannelSets.h"
 #include "pixelview/ImageFile.h"
+#include "qzhost/ColourTransform.h"
 
 namespace qzhost::pixelview {
 
@@ -77,13 +78,20 @@ public:
     /// The pixel at column `x`, row `y` (inside the pixel rectangle) in the chosen set: the
     /// channel values as floats (unsigned integers scaled to 0-1: a code k of n bits is
     /// k / (2^n - 1), rounded once to the nearest float), a grey set giving the same value
-    /// to red, green and blue, alpha 1 when the set has none. Values are the file's own:
-    /// alpha that the file keeps unassociated is not multiplied in. Throws BadRequest when
-    /// the pixels cannot be read.
+    /// to red, green and blue, alpha 1 when the set has none. Values are the file's own
+    /// (alpha that the file keeps unassociated is not multiplied in), their colour turned
+    /// by the colour transform when one is set. Throws BadRequest when the pixels cannot
+    /// be read.
     PixelARGB PixelAt(int x, int y) const;
     /// The pixels of columns `x0` to `x1 - 1` of row `y` (all inside the pixel rectangle),
     /// each as PixelAt gives it, into `out`, read at once.
     void PixelsAt(int x0, int x1, int y, std::vector<PixelARGB>& out) const;
+
+    /// Makes PixelAt and PixelsAt turn each pixel's red, green and blue by `transform`
+    /// (from the image's input colour space to the working space); alpha stays the
+    /// file's. Null: the file's values as they are. The samples of ReadRowsSamplesRGBA
+    /// and ReadPartRows stay the file's.
+    void SetColourTransform(std::shared_ptr<const ColourTransform> transform);
 
     /// Reads every pixel of the image into memory at once (rather than a band at a time
     /// through the image cache), calling `progress` with the share done (0 to 1) as the
@@ -125,6 +133,10 @@ private:
     mutable std::vector<float> values_;
     mutable std::vector<std::byte> samples_;
     mutable std::vector<PixelARGB> pixels_;
+    /// The colour transform of PixelsAt, none when null, and its red, green, blue, alpha
+    /// floats of a row.
+    std::shared_ptr<const ColourTransform> transform_;
+    mutable std::vector<float> rgba_;
 };
 
 /// Picks red, green, blue and alpha of `set` out of `pixels` pixels of `channels` samples

@@ -3,12 +3,15 @@
 #include <unicode/uloc.h>
 #include <unistd.h>
 
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <regex>
+#include <utility>
 
 #include "pixelview/AreaSample.h"
 #include "pixelview/PixelViewError.h"
+#include "qzhost/ColourConfig.h"
 
 namespace qzhost::pixelview {
 
@@ -94,6 +97,58 @@ std::vector<PointSource> CommandLinePoints(const PixelViewOptions& options) {
     return sources;
 }
 
+/// `value` as the shortest text that reads back as it ("0.1", "inf").
+std::string ShortestText(double value) {
+    char text[32];
+    const auto result = std::to_chars(text, text + sizeof text, value);
+    return std::string(text, result.ptr);
+}
+
+/// The config file that the run uses: --ocio, else the OCIO environment variable's; empty
+/// for none.
+std::string ConfigFile(const PixelViewOptions& options) {
+    if (!options.ocio.empty()) {
+        return options.ocio;
+    }
+    const std::optional<fs::path> named = ColourConfig::FromEnvironment();
+    return named ? named->string() : std::string();
+}
+
+/// The colour options against the config: without one they mean nothing; with one the
+/// monitor is its display, and the exposure and gamma must be numbers that it can show.
+void CheckColourOptions(const PixelViewOptions& options, const std::string& config) {
+    if (config.empty()) {
+        const std::pair<const char*, bool> given[] = {
+            {"--display", options.display.has_value()},
+            {"--view", options.view.has_value()},
+            {"--exposure", options.exposure.has_value()},
+            {"--gamma", options.gamma.has_value()},
+            {"--colorspace", options.colorspace.has_value()},
+        };
+        for (const auto& [option, is_given] : given) {
+            if (is_given) {
+                throw BadRequest(std::string(option) +
+                                 " needs an OpenColorIO config: give one with --ocio FILE or "
+                                 "the OCIO environment variable");
+            }
+        }
+        return;
+    }
+    if (!options.monitor.empty()) {
+        throw BadRequest(std::string("--monitor cannot be used with an OpenColorIO config (") +
+                         (options.ocio.empty() ? "the OCIO environment variable names " : "") +
+                         config + "): the config's display is the monitor");
+    }
+    if (options.exposure && !std::isfinite(*options.exposure)) {
+        throw BadRequest("--exposure must be a finite number of stops, not " +
+                         ShortestText(*options.exposure));
+    }
+    if (options.gamma && !(*options.gamma >= kMinimumGamma && *options.gamma <= kMaximumGamma)) {
+        throw BadRequest("--gamma must be a number from " + ShortestText(kMinimumGamma) + " to " +
+                         ShortestText(kMaximumGamma) + ", not " + ShortestText(*options.gamma));
+    }
+}
+
 } // namespace
 
 void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options) {
@@ -127,7 +182,30 @@ void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options) {
     command.add_option("--locale", options.locale, "The host's locale, e.g. de_DE")
         ->capture_default_str();
     command.add_option("--monitor", options.monitor,
-                       "The ICC profile of the monitor that shows the swatch");
+                       "The ICC profile of the monitor that shows the swatch (not with an "
+                       "OpenColorIO config, whose display is the monitor)");
+    command.add_option("--ocio", options.ocio,
+                       "The OpenColorIO config (default: the file that the OCIO environment "
+                       "variable names). With a config the numbers are the pixel's values in "
+                       "its working space (scene_linear) and the swatch shows them through a "
+                       "display's view; the options below need one");
+    command.add_option("--display", options.display,
+                       "The config's display that the swatch is shown on (default: the "
+                       "config's default display; one it lacks gives way to that, with a "
+                       "warning)");
+    command.add_option("--view", options.view,
+                       "The display's view that the swatch shows (default: the display's "
+                       "default view; one it lacks gives way to that, with a warning)");
+    command.add_option("--exposure", options.exposure,
+                       "The swatch's exposure in stops: its working colour times 2^STOPS "
+                       "before the view; the numbers stay the working values (default: 0)");
+    command.add_option("--gamma", options.gamma,
+                       "The swatch's gamma: the view's values v shown as v^(1/G), G from 0.1 "
+                       "to 10 (default: 1)");
+    command.add_option("--colorspace", options.colorspace,
+                       "The image's colour space, one of the config's (an unknown name is "
+                       "refused with their list; default: the one that the config's file "
+                       "rules give the image's path)");
     command.add_option("--scale", options.scale, "The UI scale of the drawn panel")
         ->capture_default_str();
     command.add_option("--png", options.png,
@@ -159,6 +237,8 @@ PixelViewRequest CheckPixelViewOptions(const PixelViewOptions& options) {
                          std::to_string(options.sample));
     }
     RequireLocale(options.locale);
+    const std::string config = ConfigFile(options);
+    CheckColourOptions(options, config);
     if (!options.monitor.empty()) {
         RequireReadable(options.monitor, "--monitor");
     }
@@ -169,7 +249,7 @@ PixelViewRequest CheckPixelViewOptions(const PixelViewOptions& options) {
     if (!options.png.empty()) {
         RequireWritablePlace(options.png, "--png");
     }
-    return {sources, origin, mode};
+    return {sources, origin, mode, config};
 }
 
 } // namespace qzhost::pixelview

@@ -27,8 +27,26 @@ struct PixelViewOptions {
     std::string prefs;
     /// The host's locale (ICU locale id).
     std::string locale = "en_US";
-    /// The ICC profile of the monitor that the swatch is shown on; none when empty.
+    /// The ICC profile of the monitor that the swatch is shown on; none when empty. Not
+    /// with an OpenColorIO config, whose display is the monitor.
     std::string monitor;
+    /// The OpenColorIO config; the file that the OCIO environment variable names when
+    /// empty, none when that is unset too. Without a config the pixels are the file's
+    /// values and the swatch shows them as they are (or through `monitor`), and the
+    /// options below are refused.
+    std::string ocio;
+    /// The display and its view that the swatch shows the working values through; the
+    /// config's default display and that display's default view when not given.
+    std::optional<std::string> display;
+    std::optional<std::string> view;
+    /// The exposure in stops (working values times 2^exposure before the view) and the
+    /// gamma (the view's values v shown as v^(1/gamma)) of the swatch; 0 and 1 when not
+    /// given.
+    std::optional<double> exposure;
+    std::optional<double> gamma;
+    /// The image's input colour space; what the config's file rules give its path when
+    /// not given.
+    std::optional<std::string> colorspace;
     /// The UI scale (the size of the drawn panel).
     double scale = 1.0;
     /// Where to draw the panel as PNG; nothing drawn when empty.
@@ -64,14 +82,18 @@ struct PixelViewRequest {
     std::optional<Point> origin;
     /// The notation to choose; null for the stored one.
     const DisplayModeChoice* mode = nullptr;
+    /// The OpenColorIO config file (from --ocio or the OCIO environment variable); empty
+    /// for none.
+    std::string config;
 };
 
 /// Adds the options of `inspect` to `command`; parsing stores them into `options`.
 void AddPixelViewOptions(CLI::App& command, PixelViewOptions& options);
 
-/// Reads the points, the origin and the notation of `options` and checks the scale, the
-/// sample size, the locale and the files named. Throws BadRequest naming the first problem. Only
-/// looks at the files; reads and writes none.
+/// Reads the points, the origin and the notation of `options`, finds the OpenColorIO config
+/// (--ocio, else the OCIO environment variable), and checks the scale, the sample size, the
+/// locale, the colour options and the files named. Throws BadRequest naming the first
+/// problem. Only looks at the files; reads and writes none (the config is not loaded).
 PixelViewRequest CheckPixelViewOptions(const PixelViewOptions& options);
 
 } // namespace qzhost::pixelview
