@@ -4,6 +4,7 @@
 // and shown through a display and a view.
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -38,8 +39,14 @@ public:
     /// scene_linear role.
     static std::shared_ptr<const ColourConfig> Load(const std::filesystem::path& file);
     /// [any-thread] The file that the OCIO environment variable names; none when it is
-    /// unset or empty.
-    static std::optional<std::filesystem::path> FromEnvironment();
+    /// unset or empty. Inline: option parsers that do not link the runtime ask it too.
+    static std::optional<std::filesystem::path> FromEnvironment() {
+        const char* named = std::getenv("OCIO");
+        if (named == nullptr || *named == '\0') {
+            return std::nullopt;
+        }
+        return std::filesystem::path(named);
+    }
 
     ~ColourConfig();
     ColourConfig(const ColourConfig&) = delete;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <mutex>
 #include <stdexcept>
 #include <system_error>
@@ -103,14 +102,6 @@ std::shared_ptr<const ColourConfig> ColourConfig::Load(const std::filesystem::pa
         throw fail("it has no display");
     }
     return std::shared_ptr<const ColourConfig>(new ColourConfig(std::move(state)));
-}
-
-std::optional<std::filesystem::path> ColourConfig::FromEnvironment() {
-    const char* named = std::getenv("OCIO");
-    if (named == nullptr || *named == '\0') {
-        return std::nullopt;
-    }
-    return std::filesystem::path(named);
 }
 
 const std::filesystem::path& ColourConfig::File() const noexcept {
