@@ -33,7 +33,6 @@ public:
                    const std::optional<std::string>& display,
                    const std::optional<std::string>& view, QObject* parent);
 
-    const std::shared_ptr<const qzhost::ColourConfig>& Config() const noexcept { return config_; }
     /// The display and view chosen, with the gamma (exposure 0); empty without a config.
     qzhost::DisplayChoice Choice() const;
     /// What the start had to replace (a display or view that the config does not have),

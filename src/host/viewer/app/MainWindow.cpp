@@ -222,7 +222,7 @@ void MainWindow::BuildDocks() {
 }
 
 void MainWindow::SetColourSpace(int layer, const std::string& space) {
-    const auto& config = viewActions_->Display().Config();
+    const auto& config = settings_.colour;
     if (!config) {
         return;
     }
@@ -305,7 +305,7 @@ void MainWindow::BuildToolBars() {
     view->addAction(zoom[QStringLiteral("FitInWindow")]);
     view->addSeparator();
     const DisplayChoices& colour = viewActions_->Display();
-    if (colour.Config()) {
+    if (settings_.colour) {
         view->addWidget(new QLabel(tr(" Display "), view));
         view->addWidget(colour.DisplayBox());
         view->addWidget(new QLabel(tr(" View "), view));
@@ -318,7 +318,7 @@ void MainWindow::BuildToolBars() {
     }
     view->addWidget(new QLabel(tr(" Exposure "), view));
     view->addWidget(viewActions_->Exposure());
-    if (colour.Config()) {
+    if (settings_.colour) {
         view->addWidget(new QLabel(tr(" Gamma "), view));
         view->addWidget(colour.GammaBox());
     }
@@ -357,7 +357,7 @@ void MainWindow::FollowSelection() {
 }
 
 void MainWindow::AddImage(LayerImage image) {
-    if (const auto& config = viewActions_->Display().Config()) {
+    if (const auto& config = settings_.colour) {
         // The file rules give the image its colour space.
         const std::string space = config->ColourSpaceOf(image.path);
         try {
@@ -392,13 +392,13 @@ void MainWindow::RefreshProjectList() {
 void MainWindow::RefreshDisplay() {
     const DisplayChoices& colour = viewActions_->Display();
     const double exposure = viewActions_->Exposure()->value();
-    if (colour.Config()) {
+    if (settings_.colour) {
         // The config's view shows every project; the exposure is part of it.
         qzhost::DisplayChoice choice = colour.Choice();
         choice.exposure = exposure;
         if (!display_.view || choice != viewChoice_) {
             try {
-                display_.view = colour.Config()->ToDisplay(choice);
+                display_.view = settings_.colour->ToDisplay(choice);
                 viewChoice_ = choice;
             } catch (const std::exception& error) {
                 // The view cannot be made: the one shown stays.

@@ -51,20 +51,17 @@ double DisplayValue(double value, const DisplaySettings& settings) noexcept {
     return v;
 }
 
-std::array<float, 4> DisplayedPixel(std::array<float, 4> pixel, const DisplaySettings& settings) {
-    if (settings.view) {
-        const float alpha = pixel[3];
-        settings.view->Apply(pixel.data(), 1);
-        pixel[3] = alpha;
-        return pixel;
-    }
-    for (std::size_t c = 0; c < 3; ++c) {
-        pixel[c] = static_cast<float>(DisplayValue(pixel[c], settings));
-    }
-    return pixel;
-}
-
 namespace {
+
+/// Each colour of `count` pixels (red, green, blue, alpha) through DisplayValue; alpha as
+/// it is.
+void Transfer(float* rgba, std::size_t count, const DisplaySettings& settings) noexcept {
+    for (std::size_t i = 0; i < count * 4; i += 4) {
+        for (std::size_t c = 0; c < 3; ++c) {
+            rgba[i + c] = static_cast<float>(DisplayValue(rgba[i + c], settings));
+        }
+    }
+}
 
 /// The exposure and the sRGB transfer of a float project without a config.
 class TransferTransform final : public qzhost::ColourTransform {
@@ -72,11 +69,7 @@ public:
     explicit TransferTransform(const DisplaySettings& settings) : settings_(settings) {}
 
     void Apply(float* rgba, std::size_t count) const noexcept override {
-        for (std::size_t i = 0; i < count * 4; i += 4) {
-            for (std::size_t c = 0; c < 3; ++c) {
-                rgba[i + c] = static_cast<float>(DisplayValue(rgba[i + c], settings_));
-            }
-        }
+        Transfer(rgba, count, settings_);
     }
 
 private:
@@ -84,6 +77,15 @@ private:
 };
 
 } // namespace
+
+std::array<float, 4> DisplayedPixel(std::array<float, 4> pixel, const DisplaySettings& settings) {
+    if (settings.view) {
+        settings.view->Apply(pixel.data(), 1);
+    } else {
+        Transfer(pixel.data(), 1, settings);
+    }
+    return pixel;
+}
 
 std::shared_ptr<const qzhost::ColourTransform> DisplayTransform(const DisplaySettings& settings) {
     if (settings.view) {
@@ -200,7 +202,7 @@ void ToDisplay(const float* pixels, std::size_t count, const DisplaySettings& se
     if (settings.view) {
         // The view gives display values, which become levels as they are.
         const std::shared_ptr<const DisplayLevels> levels = LevelsFor(DisplaySettings{});
-        std::array<float, kViewBlock * 4> shown{};
+        std::array<float, kViewBlock * 4> shown;
         for (std::size_t start = 0; start < count; start += kViewBlock) {
             const std::size_t n = std::min(kViewBlock, count - start);
             const float* in = pixels + 4 * start;

@@ -55,6 +55,18 @@ PropertyValue ScaledInProportion(const PropertyValue& from, int component, doubl
     return scaled;
 }
 
+/// A row of `parent`: `label`, then `box` taking the rest of the width.
+QWidget* LabelledRow(const QString& label, QComboBox& box, QWidget& parent) {
+    auto* row = new QWidget(&parent);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* text = new QLabel(label, row);
+    text->setBuddy(&box);
+    layout->addWidget(text);
+    layout->addWidget(&box, 1);
+    return row;
+}
+
 } // namespace
 
 LayerPropertiesPanel::LayerPropertiesPanel(QWidget* parent) : QWidget(parent) {
@@ -75,32 +87,21 @@ LayerPropertiesPanel::LayerPropertiesPanel(QWidget* parent) : QWidget(parent) {
         }
     });
     layout->addWidget(threeD_);
-    auto* channels_row = new QHBoxLayout;
-    auto* channels_label = new QLabel(tr("Channels:"), this);
     channels_ = new QComboBox(this);
     channels_->setObjectName(QStringLiteral("channelSet"));
     channels_->setToolTip(tr("The channel set of the image that the layer shows and the Info "
                              "panel reads (Page Down, Page Up: the next, the previous)"));
-    channels_label->setBuddy(channels_);
-    channels_row->addWidget(channels_label);
-    channels_row->addWidget(channels_, 1);
-    layout->addLayout(channels_row);
+    layout->addWidget(LabelledRow(tr("Channels:"), *channels_, *this));
     connect(channels_, &QComboBox::activated, this, [this](int set) {
         if (layerId_ != 0) {
             emit channelSetChosen(layerId_, set);
         }
     });
-    colourRow_ = new QWidget(this);
-    auto* colour_row = new QHBoxLayout(colourRow_);
-    colour_row->setContentsMargins(0, 0, 0, 0);
-    auto* colour_label = new QLabel(tr("Colour Space:"), colourRow_);
-    colourSpace_ = new QComboBox(colourRow_);
+    colourSpace_ = new QComboBox(this);
     colourSpace_->setObjectName(QStringLiteral("colourSpace"));
     colourSpace_->setToolTip(tr("The colour space that the image's values are in; they are "
                                 "turned into the working space, which the Info panel reads"));
-    colour_label->setBuddy(colourSpace_);
-    colour_row->addWidget(colour_label);
-    colour_row->addWidget(colourSpace_, 1);
+    colourRow_ = LabelledRow(tr("Colour Space:"), *colourSpace_, *this);
     layout->addWidget(colourRow_);
     colourRow_->hide();
     connect(colourSpace_, &QComboBox::activated, this, [this](int index) {

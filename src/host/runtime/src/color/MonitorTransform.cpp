@@ -2,7 +2,6 @@
 // from sRGB to the monitor's ICC profile.
 #include "host/MonitorTransform.h"
 
-#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -65,7 +64,6 @@ public:
         if (!path) {
             current_ = nullptr;
             path_.reset();
-            identity_.store(true, std::memory_order_release);
             return;
         }
         std::error_code ec;
@@ -82,7 +80,6 @@ public:
         }
         current_ = it->second.get();
         path_ = absolute;
-        identity_.store(false, std::memory_order_release);
     }
 
     std::optional<std::filesystem::path> Path() const {
@@ -101,19 +98,13 @@ public:
     }
 
     void Apply(const PF_PixelFloat& in, PF_PixelFloat* out) const {
+        std::lock_guard lock(mutex_);
         PF_PixelFloat shown = in;
-        if (const std::shared_ptr<const ColourTransform> display = Display()) {
+        if (display_) {
             float rgba[4] = {in.red, in.green, in.blue, in.alpha};
-            display->Apply(rgba, 1);
+            display_->Apply(rgba, 1);
             shown = {in.alpha, rgba[0], rgba[1], rgba[2]};
         }
-        // Without a monitor profile the colour passes on as it is, and no lock is needed
-        // to know it.
-        if (identity_.load(std::memory_order_acquire)) {
-            *out = shown;
-            return;
-        }
-        std::lock_guard lock(mutex_);
         if (current_ != nullptr) {
             const float rgb_in[3] = {shown.red, shown.green, shown.blue};
             float rgb_out[3] = {0.0f, 0.0f, 0.0f};
@@ -166,8 +157,6 @@ private:
     }
 
     mutable std::mutex mutex_;
-    // Whether no monitor profile is set (the transform is the identity).
-    std::atomic<bool> identity_{true};
     ContextPtr context_;
     std::map<ProfileKey, TransformPtr> cache_;
     void* current_ = nullptr;
