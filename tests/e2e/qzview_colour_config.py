@@ -10,23 +10,13 @@
     ends with status 0 after SIGTERM.
 """
 
-import argparse
 import os
 import subprocess
 import sys
-import tempfile
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from xsession import READY_TIMEOUT, Failure, Viewer, end_with_sigterm  # noqa: E402
-
-
-def offscreen_env(workdir, ocio=None):
-    env = {k: v for k, v in os.environ.items() if not k.startswith("QT_") and k != "OCIO"}
-    env.update({"QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": workdir,
-                "XDG_CONFIG_HOME": os.path.join(workdir, "config"), "HOME": workdir})
-    if ocio is not None:
-        env["OCIO"] = ocio
-    return env
+from xsession import (  # noqa: E402  (found through the path inserted above)
+    READY_TIMEOUT, Failure, Viewer, end_with_sigterm, offscreen_env, offscreen_main)
 
 
 def qt_noise(line):
@@ -45,7 +35,9 @@ def refused(qzview, workdir, args, env, must_name):
     print(f"refused {args}: {lines[0]}")
 
 
-def run(qzview, config, workdir):
+def run(args, workdir):
+    qzview = os.path.abspath(args.qzview)
+    config = os.path.abspath(args.config)
     env = offscreen_env(workdir)
     prefs = os.path.join(workdir, "preferences.txt")
     broken = os.path.join(workdir, "broken.ocio")
@@ -53,7 +45,7 @@ def run(qzview, config, workdir):
         f.write("ocio_profile_version: 2\ncolorspaces: [\n")
     missing = os.path.join(workdir, "missing.ocio")
     refused(qzview, workdir, ["--prefs", prefs, "--ocio", broken], env, broken)
-    refused(qzview, workdir, ["--prefs", prefs], offscreen_env(workdir, broken), broken)
+    refused(qzview, workdir, ["--prefs", prefs], dict(env, OCIO=broken), broken)
     refused(qzview, workdir, ["--prefs", prefs, "--ocio", missing], env, missing)
     refused(qzview, workdir, ["--prefs", prefs, "--ocio", config, "--monitor", config], env,
             "--monitor")
@@ -75,20 +67,5 @@ def run(qzview, config, workdir):
     print(expected)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--qzview", required=True, help="the qzview program")
-    parser.add_argument("--config", required=True, help="the project's test colour config")
-    args = parser.parse_args()
-    with tempfile.TemporaryDirectory(prefix="qzview-colour-") as workdir:
-        try:
-            run(os.path.abspath(args.qzview), os.path.abspath(args.config), workdir)
-        except Failure as failure:
-            print(f"FAIL: {failure}", file=sys.stderr)
-            return 1
-    print("PASS")
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(offscreen_main(run, __doc__, ("--config", "the project's test colour config")))

@@ -11,22 +11,20 @@ line that is no entry, waits for its ready event, ends it with SIGTERM and check
   - standard error has nothing from Qt about the command line ("No such plugin").
 """
 
-import argparse
 import os
 import sys
-import tempfile
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from xsession import READY_TIMEOUT, Failure, Viewer, end_with_sigterm  # noqa: E402
+from xsession import (  # noqa: E402  (found through the path inserted above)
+    READY_TIMEOUT, Failure, Viewer, end_with_sigterm, offscreen_env, offscreen_main)
 
 
-def run(qzview, workdir):
+def run(args, workdir):
+    qzview = args.qzview
     prefs = os.path.join(workdir, "preferences.txt")
     with open(prefs, "w") as f:
         f.write("an entry before the first section\n")
-    env = {k: v for k, v in os.environ.items() if not k.startswith("QT_")}
-    env.update({"QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": workdir,
-                "XDG_CONFIG_HOME": os.path.join(workdir, "config"), "HOME": workdir})
+    env = offscreen_env(workdir)
     plugin = os.path.join(os.path.dirname(os.path.abspath(qzview)), "InfoPal.so")
     viewer = Viewer([qzview, "--log-json", "--prefs", prefs, "--plugin", plugin], env, workdir)
     try:
@@ -48,19 +46,5 @@ def run(qzview, workdir):
         raise Failure("the unreadable file was not moved to " + prefs + ".corrupt")
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--qzview", required=True, help="the qzview program")
-    args = parser.parse_args()
-    with tempfile.TemporaryDirectory(prefix="qzview-prefs-") as workdir:
-        try:
-            run(args.qzview, workdir)
-        except Failure as failure:
-            print(f"FAIL: {failure}", file=sys.stderr)
-            return 1
-    print("PASS")
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(offscreen_main(run, __doc__))

@@ -103,6 +103,16 @@ def viewer_env(display, workdir):
     return env
 
 
+def offscreen_env(workdir):
+    """The environment for qzview on Qt's offscreen platform (no X server): its
+    configuration and runtime folders in `workdir`, and no Qt settings or colour config
+    (OCIO) of the caller's."""
+    env = {k: v for k, v in os.environ.items() if not k.startswith("QT_") and k != "OCIO"}
+    env.update({"QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": workdir,
+                "XDG_CONFIG_HOME": os.path.join(workdir, "config"), "HOME": workdir})
+    return env
+
+
 class Viewer:
     """qzview with its JSON Lines read on a thread of their own."""
 
@@ -263,6 +273,25 @@ def main(run, description):
         try:
             run(args, workdir)
         except (Failure, subprocess.CalledProcessError) as failure:
+            print(f"FAIL: {failure}", file=sys.stderr)
+            return 1
+    print("PASS")
+    return 0
+
+
+def offscreen_main(run, description, *options):
+    """The command line of an end-to-end test on Qt's offscreen platform: --qzview and each
+    further option of `options` (name, help); runs `run(args, workdir)` in a scratch folder;
+    1 on a failure, 0 when it passes."""
+    parser = argparse.ArgumentParser(description=description)
+    parser.add_argument("--qzview", required=True, help="the qzview program")
+    for name, text in options:
+        parser.add_argument(name, required=True, help=text)
+    args = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix="qzview-offscreen-") as workdir:
+        try:
+            run(args, workdir)
+        except Failure as failure:
             print(f"FAIL: {failure}", file=sys.stderr)
             return 1
     print("PASS")
