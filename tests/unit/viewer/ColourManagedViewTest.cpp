@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QImage>
+#include <QKeySequence>
 
 #include "BuildPaths.h"
 #include "ViewerHarness.h"
@@ -78,6 +79,14 @@ protected:
         auto* item = Window().findChild<QAction*>(name);
         EXPECT_NE(item, nullptr) << name.toStdString();
         return item;
+    }
+
+    /// The View menu's action kept under `name`.
+    QAction* ViewAction(const char* name) {
+        QAction* action =
+            Window().findChild<qzview::ViewActions*>()->actions().value(QString::fromLatin1(name));
+        EXPECT_NE(action, nullptr) << name;
+        return action;
     }
 
     /// The canvas's colour over composition pixel 20, 12, once the exact view is shown.
@@ -148,6 +157,26 @@ TEST_F(ColourManagedViewTest, ExposureActsBeforeTheViewAndGammaAfterIt) {
     ExpectShown(
         {std::sqrt(2.0 * kColour[0]), std::sqrt(2.0 * kColour[1]), std::sqrt(2.0 * kColour[2])},
         kColour);
+}
+
+TEST_F(ColourManagedViewTest, TheViewMenuStepsTheExposureByHalfStopsAndPutsItBack) {
+    StartManaged({Flat("plate.exr")}, ConfigFile(), "Test Monitor", "Raw");
+    auto* exposure = Window().findChild<QDoubleSpinBox*>("exposure");
+    ASSERT_NE(exposure, nullptr);
+    EXPECT_EQ(ViewAction("ExposureUp")->shortcut(), QKeySequence(Qt::Key_BracketRight));
+    ViewAction("ExposureUp")->trigger();
+    ViewAction("ExposureUp")->trigger();
+    Settle();
+    EXPECT_EQ(exposure->value(), 1.0);
+    ExpectShown({2.0 * kColour[0], 2.0 * kColour[1], 2.0 * kColour[2]}, kColour);
+    ViewAction("ExposureDown")->trigger();
+    EXPECT_EQ(exposure->value(), 0.5);
+    Choices().GammaBox()->setValue(2.0);
+    ViewAction("ResetExposure")->trigger();
+    Settle();
+    EXPECT_EQ(exposure->value(), 0.0);
+    EXPECT_EQ(Choices().GammaBox()->value(), 1.0);
+    ExpectShown({kColour[0], kColour[1], kColour[2]}, kColour);
 }
 
 TEST_F(ColourManagedViewTest, AnInputColourSpaceTurnsFileValuesIntoWorkingValues) {

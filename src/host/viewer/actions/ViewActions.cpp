@@ -45,6 +45,22 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window,
     sampling_ = new SampleChoices(*menu_, this);
     menu_->addSeparator();
     display_ = new DisplayChoices(*menu_, window, std::move(colour), display, view, this);
+    // The exposure box's steps from the keyboard, where it applies.
+    QAction* brighter = Keep(QStringLiteral("ExposureUp"), menu_->addAction(tr("Exposure U&p")));
+    brighter->setShortcut(QKeySequence(Qt::Key_BracketRight));
+    connect(brighter, &QAction::triggered, this, [this] { StepExposure(1); });
+    QAction* darker = Keep(QStringLiteral("ExposureDown"), menu_->addAction(tr("Exposure Do&wn")));
+    darker->setShortcut(QKeySequence(Qt::Key_BracketLeft));
+    connect(darker, &QAction::triggered, this, [this] { StepExposure(-1); });
+    QAction* reset =
+        Keep(QStringLiteral("ResetExposure"), menu_->addAction(tr("&Reset Exposure and Gamma")));
+    reset->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E));
+    connect(reset, &QAction::triggered, this, [this] {
+        if (exposure_->isEnabled()) {
+            exposure_->setValue(0.0);
+        }
+        display_->GammaBox()->setValue(1.0);
+    });
 
     menu_->addSeparator();
     channels_ = menu_->addMenu(tr("C&hannels"));
@@ -71,6 +87,12 @@ ViewActions::ViewActions(CanvasView& canvas, QWidget& window,
     exposure_->setSuffix(tr(" stops"));
     exposure_->setToolTip(tr("Exposure on the display (of float images without a colour "
                              "config); the Info panel shows the working values"));
+}
+
+void ViewActions::StepExposure(int steps) {
+    if (exposure_->isEnabled()) {
+        exposure_->stepBy(steps);
+    }
 }
 
 void ViewActions::SetPointerKnown(bool known) {

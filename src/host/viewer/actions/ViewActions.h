@@ -2,7 +2,8 @@
 // last place on the canvas (disabled until the pointer has been there) or cleared; the channel
 // sets of the selected layer's image, one of which it shows (Page Down and Page Up step
 // through them); how the Info panel samples the composite (SampleChoices); the colour
-// config's display and view (DisplayChoices); and the exposure box of the View toolbar.
+// config's display and view (DisplayChoices); and the exposure box of the View toolbar,
+// stepped by half stops from the menu (] and [), which also puts exposure and gamma back.
 #pragma once
 
 #include <memory>
@@ -61,6 +62,9 @@ signals:
     void originCleared();
 
 private:
+    /// Moves the exposure box `steps` of its steps (half stops), when it applies.
+    void StepExposure(int steps);
+
     QDoubleSpinBox* exposure_ = nullptr;
     QAction* setOrigin_ = nullptr;
     QMenu* channels_ = nullptr;
