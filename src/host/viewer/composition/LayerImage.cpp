@@ -59,33 +59,39 @@ std::vector<std::string> LayerImage::SetNames() const {
     return names;
 }
 
-void LayerImage::WorkingRow(int y, int x0, int x1, float* out) const noexcept {
-    FileRow(y, x0, x1, out);
-    if (toWorking) {
-        toWorking->Apply(out, static_cast<std::size_t>(x1 - x0));
-    }
-}
+namespace {
 
-void LayerImage::FileRow(int y, int x0, int x1, float* out) const noexcept {
+/// The file's values of columns `x0` to `x1 - 1` of row `y` of `image`, before any colour
+/// space is applied.
+void FileRow(const LayerImage& image, int y, int x0, int x1, float* out) noexcept {
     const auto count = static_cast<std::size_t>(x1 - x0) * 4;
     // A code k is k / the largest code, correctly rounded, as the host reads an integer
     // pixel.
-    const float scale = static_cast<float>(integerMax);
+    const float scale = static_cast<float>(image.integerMax);
     const auto code = [scale](auto k) { return static_cast<float>(k) / scale; };
-    switch (samples) {
+    switch (image.samples) {
     case SampleKind::Code8:
-        Convert<std::uint8_t>(*this, y, x0, count, out, code);
+        Convert<std::uint8_t>(image, y, x0, count, out, code);
         return;
     case SampleKind::Code16:
-        Convert<std::uint16_t>(*this, y, x0, count, out, code);
+        Convert<std::uint16_t>(image, y, x0, count, out, code);
         return;
     case SampleKind::Half:
-        Convert<Imath::half>(*this, y, x0, count, out,
+        Convert<Imath::half>(image, y, x0, count, out,
                              [](Imath::half h) { return static_cast<float>(h); });
         return;
     case SampleKind::Float:
-        std::memcpy(out, Samples<float>(*this, x0, y), count * sizeof(float));
+        std::memcpy(out, Samples<float>(image, x0, y), count * sizeof(float));
         return;
+    }
+}
+
+} // namespace
+
+void LayerImage::WorkingRow(int y, int x0, int x1, float* out) const noexcept {
+    FileRow(*this, y, x0, x1, out);
+    if (toWorking) {
+        toWorking->Apply(out, static_cast<std::size_t>(x1 - x0));
     }
 }
 

@@ -96,8 +96,6 @@ struct LayerImage {
     /// The working values of columns `x0` to `x1 - 1` of row `y` (all inside the image)
     /// into `out`, four floats per pixel.
     void WorkingRow(int y, int x0, int x1, float* out) const noexcept;
-    /// The file's values of the same pixels, before any colour space is applied.
-    void FileRow(int y, int x0, int x1, float* out) const noexcept;
     /// The working values of the pixel at column `x`, row `y` (inside the image).
     std::array<float, 4> WorkingPixel(int x, int y) const noexcept;
 };
