@@ -10,12 +10,21 @@
 # or any file that it names changes: qzrespack writes the list of its inputs as a
 # dependency file.
 #
+# On Windows the resources are PE resources instead: qzrespack writes a resource script
+# (and one data file per resource) from the same manifest, and the resource compiler
+# (windres) compiles it into the target. Both platforms' bytes come from the one reading
+# of the manifest.
+#
 # The section is allocated ("a") so that the linker keeps it like any other data; the
 # host reads it from the file and never from memory. Several archives in one file (for
 # example a program that links two object libraries with resources) lie one after
 # another in the section, each at a multiple of 8 bytes.
 
-enable_language(ASM)
+if(WIN32)
+  enable_language(RC)
+else()
+  enable_language(ASM)
+endif()
 
 function(qz_add_resources)
   cmake_parse_arguments(PARSE_ARGV 0 arg "" "TARGET;MANIFEST" "")
@@ -35,6 +44,19 @@ function(qz_add_resources)
   endif()
 
   set(dir "${CMAKE_CURRENT_BINARY_DIR}/qzres")
+  if(WIN32)
+    set(script "${dir}/${arg_TARGET}.rc")
+    set(depfile "${dir}/${arg_TARGET}.rc.d")
+    add_custom_command(
+      OUTPUT "${script}"
+      COMMAND qzrespack --manifest "${manifest}" --rc-script "${script}" --depfile "${depfile}"
+      DEPENDS qzrespack "${manifest}"
+      DEPFILE "${depfile}"
+      COMMENT "Writing the resource script of ${arg_TARGET}"
+      VERBATIM)
+    target_sources(${arg_TARGET} PRIVATE "${script}")
+    return()
+  endif()
   set(archive "${dir}/${arg_TARGET}.qzres")
   set(depfile "${dir}/${arg_TARGET}.qzres.d")
   set(asm "${dir}/${arg_TARGET}.qzres.S")

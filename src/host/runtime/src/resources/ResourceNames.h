@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -42,6 +44,27 @@ inline std::string ResourceNameProblem(std::string_view text) {
         }
     }
     return "";
+}
+
+/// The number that a resource type or name stands for when it is a decimal number from 1
+/// to 65535 written without leading zeros ("16000"), or none. On Windows such a type or
+/// name is a numbered resource, not a named one: the resource script writes it as a
+/// number and the reader asks for it by number.
+inline std::optional<std::uint16_t> ResourceNumber(std::string_view text) noexcept {
+    if (text.empty() || text.size() > 5 || text[0] == '0') {
+        return std::nullopt;
+    }
+    std::uint32_t value = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') {
+            return std::nullopt;
+        }
+        value = value * 10 + static_cast<std::uint32_t>(c - '0');
+    }
+    if (value > 0xFFFF) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint16_t>(value);
 }
 
 } // namespace qzhost::resources

@@ -6,13 +6,31 @@
 
 #include "qzgp/QZ_Threads.h"
 
+// QZ_HOST_API marks what the host runtime's library exports: a host operation, a class of
+// the host's, a variable. QZ_PLUGIN_EXPORT marks what a plug-in library exports.
+//
+// On Windows the runtime is a DLL: its own build exports what is marked, and a plug-in
+// imports it (through the import library that is made from these declarations). A
+// program that compiles some of the runtime's sources into itself, rather than linking the
+// DLL, defines QZ_HOST_STATIC. Elsewhere the runtime is built with hidden visibility and
+// the mark makes a symbol visible.
+#if defined(_WIN32)
+#if defined(QZ_HOST_STATIC)
+#define QZ_HOST_API
+#elif defined(QZ_BUILDING_HOST_RUNTIME)
+#define QZ_HOST_API __declspec(dllexport)
+#else
+#define QZ_HOST_API __declspec(dllimport)
+#endif
+#define QZ_PLUGIN_EXPORT __declspec(dllexport)
+#else
 #if defined(QZ_BUILDING_HOST_RUNTIME)
 #define QZ_HOST_API __attribute__((visibility("default")))
 #else
 #define QZ_HOST_API
 #endif
-
 #define QZ_PLUGIN_EXPORT __attribute__((visibility("default")))
+#endif
 
 /// A host or plug-in result code. 0 is success; anything else is an error.
 using QZ_Err = std::int32_t;

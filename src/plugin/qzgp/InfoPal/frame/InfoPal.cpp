@@ -38,7 +38,7 @@ InfoPal::InfoPal(QZ_BasicSuiteTable* basic, QZGP_PluginID plugin_id)
     gPlugin = this;
     bool tab_creator_registered = false;
     try {
-        resourceManager_ = std::make_unique<kitui::utility::OS_ResourceManager>(GetModuleHandle());
+        resourceManager_ = std::make_unique<kitui::utility::OS_ResourceManager>(LibraryModuleHandle());
         imageCache_ = std::make_unique<kitui::utility::InkwellImageResourceCache>();
         title_ = U_ZStringToUTF16String(kPanelTitleKey);
         if (QZWorkspace::Exists()) {

@@ -6,19 +6,18 @@ namespace {
 
 OS_ModuleHandle gModule = nullptr;
 
-// The attach and detach notifications of the library.
-__attribute__((constructor)) void LibraryAttached() {
-    gModule = OS_ModuleFromAddress(reinterpret_cast<const void*>(&LibraryAttached));
-}
-
-__attribute__((destructor)) void LibraryDetached() {
-    gModule = nullptr;
-}
-
 } // namespace
 
-OS_ModuleHandle GetModuleHandle() noexcept {
+OS_ModuleHandle LibraryModuleHandle() noexcept {
     return gModule;
+}
+
+void KeepLibraryModuleHandle(OS_ModuleHandle module) noexcept {
+    gModule = module;
+}
+
+void ForgetLibraryModuleHandle() noexcept {
+    gModule = nullptr;
 }
 
 } // namespace infopal
