@@ -23,3 +23,8 @@ include(QZResources)
 add_subdirectory(src/host/sdk)
 add_subdirectory(src/host/runtime)
 add_subdirectory(src/plugin/qzgp/InfoPal)
+
+if(QZ_BUILD_TESTS)
+  enable_testing()
+  add_subdirectory(tests/windows)
+endif()

@@ -10,6 +10,7 @@ packages=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev binutils
   libopenimageio-dev libimath-dev openimageio-tools python3
   qt6-base-dev libgl-dev xvfb xauth xdotool imagemagick x11-utils
+  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 libclang-14-dev
 )
 
 missing=()

@@ -1,0 +1,32 @@
+# Reads a DLL's export table and fails unless it names exactly the entry point and the
+# members of RQSession (tests/exports/PluginExportRules.cmake, the rule of the Linux
+# library too).
+# Usage: cmake -DOBJDUMP=<mingw objdump> -DLIBRARY=<file.dll> -P CheckDllExports.cmake
+include(${CMAKE_CURRENT_LIST_DIR}/../../exports/PluginExportRules.cmake)
+execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY}
+                OUTPUT_VARIABLE listing RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "objdump failed on ${LIBRARY}")
+endif()
+# The table of names: after its heading, one "[ordinal] name" line per export, up to the
+# first line of another form.
+string(FIND "${listing}" "[Ordinal/Name Pointer] Table" start)
+if(start EQUAL -1)
+  message(FATAL_ERROR "${LIBRARY} has no export table")
+endif()
+string(SUBSTRING "${listing}" ${start} -1 table)
+string(REPLACE "\n" ";" lines "${table}")
+list(POP_FRONT lines)
+set(names)
+foreach(line IN LISTS lines)
+  if(NOT line MATCHES "^[ \t]*\\[ *[0-9]+\\] (.+)$")
+    break()
+  endif()
+  list(APPEND names "${CMAKE_MATCH_1}")
+endforeach()
+if(NOT names)
+  message(FATAL_ERROR "${LIBRARY} exports nothing")
+endif()
+qz_check_plugin_exports(LIBRARY ${LIBRARY} NAMES ${names})
+list(LENGTH names count)
+message(STATUS "exports (${count}): GPMain_InfoPal and RQSession only")
