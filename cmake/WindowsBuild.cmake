@@ -6,17 +6,23 @@
 # The host runtime itself is not built for Windows: the libraries that it is made of
 # (ICU, Cairo, Pango, OpenImageIO, ...) have no Windows builds among Debian's packages.
 
-# Boost's headers (boost::function, boost::bind, the shared pointers) are the same for
-# every platform. The machine's include folder cannot be given to the cross compiler as a
-# whole (its C library headers would be found before mingw-w64's), so a folder of the
-# build holds a link to the boost folder alone.
-find_path(QZ_BOOST_INCLUDE_DIR boost/version.hpp NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-set(QZ_BOOST_LINK_DIR ${CMAKE_BINARY_DIR}/boost-include)
-file(MAKE_DIRECTORY ${QZ_BOOST_LINK_DIR})
-file(CREATE_LINK ${QZ_BOOST_INCLUDE_DIR}/boost ${QZ_BOOST_LINK_DIR}/boost SYMBOLIC)
+# Header-only libraries are the same for every platform: Boost (boost::function,
+# boost::bind, the shared pointers) for the plug-in, JSON for modern C++ for the tests. The
+# machine's include folder cannot be given to the cross compiler as a whole (its C library
+# headers would be found before mingw-w64's), so a folder of the build holds links to
+# those libraries' folders alone.
+set(QZ_HEADER_LINK_DIR ${CMAKE_BINARY_DIR}/header-only-include)
+file(MAKE_DIRECTORY ${QZ_HEADER_LINK_DIR})
+foreach(library IN ITEMS boost nlohmann)
+  find_path(QZ_${library}_INCLUDE_DIR ${library} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  file(CREATE_LINK ${QZ_${library}_INCLUDE_DIR}/${library} ${QZ_HEADER_LINK_DIR}/${library} SYMBOLIC)
+endforeach()
 add_library(Boost::headers INTERFACE IMPORTED)
-target_include_directories(Boost::headers SYSTEM INTERFACE ${QZ_BOOST_LINK_DIR})
+target_include_directories(Boost::headers SYSTEM INTERFACE ${QZ_HEADER_LINK_DIR})
+add_library(nlohmann_json::nlohmann_json INTERFACE IMPORTED)
+target_include_directories(nlohmann_json::nlohmann_json SYSTEM INTERFACE ${QZ_HEADER_LINK_DIR})
 
+include(BuildPaths)
 include(HostTools)
 include(QZResources)
 

@@ -19,5 +19,6 @@ extern const char* const fixture_unterminated_entry;
 extern const char* const fixture_no_property_list;
 extern const char* const fixture_corrupt_property_list;
 extern const char* const fixture_layout_file;
+extern const char* const attach_probe_library;
 
 } // namespace qzbuild

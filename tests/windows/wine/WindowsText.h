@@ -1,0 +1,37 @@
+// Texts between the Windows test programs and the Windows API: paths and resource names.
+#pragma once
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "kitcore/utility/UTF16String.h"
+
+namespace qzwintest {
+
+/// UTF-8 `text` as a wide Windows string.
+inline std::wstring Wide(std::string_view text) {
+    if (text.empty()) {
+        return {};
+    }
+    const int length =
+        ::MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(length), L'\0');
+    ::MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(),
+                          length);
+    return wide;
+}
+
+/// ASCII `text` as the host's UTF-16 string.
+inline kitcore::utility::UTF16String Utf16(std::string_view text) {
+    return kitcore::utility::UTF16String(text.begin(), text.end());
+}
+
+} // namespace qzwintest

@@ -1,0 +1,17 @@
+#!/bin/sh
+# Starts one Wine server that stays for the whole test run (each Windows test program then
+# starts in a fraction of a second instead of starting a server of its own), and makes the
+# Wine prefix (WINEPREFIX, in the build folder) the first time.
+# Usage: start-wine.sh <wineserver> <wine64>
+set -eu
+wineserver="$1"
+wine="$2"
+mkdir -p "$WINEPREFIX"
+# The server and the programs that the prefix starts outlive this script: their output
+# goes nowhere, or the test runner would wait for them to close it.
+"$wineserver" -p </dev/null >/dev/null 2>&1
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+  echo "making the Wine prefix $WINEPREFIX (once per build folder)"
+  "$wine" wineboot --init </dev/null >/dev/null 2>&1
+fi
+echo "Wine server running for $WINEPREFIX"
