@@ -19,6 +19,7 @@ target_include_directories(Boost::headers SYSTEM INTERFACE ${QZ_BOOST_LINK_DIR})
 
 include(HostTools)
 include(QZResources)
+include(SdkImportLibrary)
 
 add_subdirectory(src/host/sdk)
 add_subdirectory(src/host/runtime)
