@@ -33,9 +33,12 @@ add_custom_command(OUTPUT ${QZ_SDK_IMPORT_DEF}
   DEPENDS qzsdkexports $<TARGET_FILE:qzsdkexports> ${QZ_SDK_IMPORT_HEADERS}
   COMMENT "Reading the host runtime's exports from the SDK headers"
   VERBATIM)
+# dlltool names the library's members after the output's path: a name without a folder
+# keeps the build's own folder out of the library.
 add_custom_command(OUTPUT ${QZ_SDK_IMPORT_LIBRARY}
   COMMAND ${QZ_MINGW_DLLTOOL} --def ${QZ_SDK_IMPORT_DEF} --dllname qzhost-runtime.dll
-          --output-lib ${QZ_SDK_IMPORT_LIBRARY}
+          --output-lib libqzhost-runtime.dll.a
+  WORKING_DIRECTORY ${QZ_SDK_IMPORT_DIR}
   DEPENDS ${QZ_SDK_IMPORT_DEF}
   COMMENT "Making the import library of qzhost-runtime.dll"
   VERBATIM)
