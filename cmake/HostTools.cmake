@@ -8,7 +8,7 @@
 include(ExternalProject)
 
 set(QZ_HOST_TOOLS_DIR ${CMAKE_BINARY_DIR}/host-tools)
-set(QZ_HOST_TOOLS qzrespack)
+set(QZ_HOST_TOOLS qzrespack qzsdkexports check_sdk_imports)
 
 set(byproducts)
 foreach(tool IN LISTS QZ_HOST_TOOLS)

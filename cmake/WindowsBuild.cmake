@@ -25,6 +25,7 @@ target_include_directories(nlohmann_json::nlohmann_json SYSTEM INTERFACE ${QZ_HE
 include(BuildPaths)
 include(HostTools)
 include(QZResources)
+include(SdkImportLibrary)
 
 add_subdirectory(src/host/sdk)
 add_subdirectory(src/host/runtime)

@@ -1,11 +1,11 @@
 // Checks that every host operation that an SDK header declares is defined in the runtime
 // source file named after that header: the operations of "X.h" in "X.cpp".
 //
-// The declarations come from the headers: what a header marks QZ_HOST_API (a class, with
-// every member of it that is defined out of line; a free function; a variable), named with
-// its namespaces. The definitions come from the runtime's object files: the strong symbols
-// that each one defines (the object of "X.cpp" is "X.cpp.o"). Inline and template code has
-// no strong symbol and so no home to check.
+// The declarations come from the headers (SdkDeclarations.h): what a header marks
+// QZ_HOST_API (a class, with every member of it that is defined out of line; a free
+// function; a variable), named with its namespaces. The definitions come from the runtime's
+// object files: the strong symbols that each one defines (the object of "X.cpp" is
+// "X.cpp.o"). Inline and template code has no strong symbol and so no home to check.
 //
 // The check fails when
 //   - an operation is defined in a file of another name and the list of exceptions does
@@ -23,12 +23,9 @@
 //                "NAME FILE REASON", "#" starts a comment
 //   READELF      the readelf program, which lists an object's symbols
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <map>
-#include <optional>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -37,350 +34,15 @@
 #include <string_view>
 #include <vector>
 
+#include "ProgramOutput.h"
+#include "SdkDeclarations.h"
+
 namespace fs = std::filesystem;
 
+using sdkcheck::Declaration;
+using sdkcheck::Problems;
+
 namespace {
-
-constexpr std::string_view kExportMacro = "QZ_HOST_API";
-
-struct Declaration {
-    enum class Kind { Class, Function, Variable };
-    Kind kind;
-    std::string name;   // with its namespaces and enclosing classes
-    std::string header; // relative to the include folder
-};
-
-std::string KindText(Declaration::Kind kind) {
-    switch (kind) {
-    case Declaration::Kind::Class:
-        return "class";
-    case Declaration::Kind::Function:
-        return "function";
-    case Declaration::Kind::Variable:
-        return "variable";
-    }
-    return "?";
-}
-
-struct Problems {
-    std::vector<std::string> lines;
-    void Add(std::string line) { lines.push_back(std::move(line)); }
-};
-
-std::string ReadFile(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        throw std::runtime_error("cannot read " + path.string());
-    }
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-// ---- Reading the headers ----------------------------------------------------------------
-
-// The header's code without comments, preprocessor lines and the text of literals (an
-// empty literal stays in their place).
-std::string StripNonCode(const std::string& text) {
-    std::string out;
-    out.reserve(text.size());
-    bool line_start = true;
-    for (std::size_t i = 0; i < text.size();) {
-        const char c = text[i];
-        if (line_start && c == '#') {
-            // A preprocessor line, with its continuations.
-            while (i < text.size() && text[i] != '\n') {
-                if (text[i] == '\\' && i + 1 < text.size() && text[i + 1] == '\n') {
-                    ++i;
-                }
-                ++i;
-            }
-            continue;
-        }
-        if (c == '/' && i + 1 < text.size() && text[i + 1] == '/') {
-            while (i < text.size() && text[i] != '\n') {
-                ++i;
-            }
-            continue;
-        }
-        if (c == '/' && i + 1 < text.size() && text[i + 1] == '*') {
-            const std::size_t end = text.find("*/", i + 2);
-            i = end == std::string::npos ? text.size() : end + 2;
-            out += ' ';
-            continue;
-        }
-        if (c == '"' || c == '\'') {
-            std::size_t j = i + 1;
-            while (j < text.size() && text[j] != c) {
-                j += text[j] == '\\' ? 2 : 1;
-            }
-            out += c;
-            out += c;
-            i = j + 1;
-            line_start = false;
-            continue;
-        }
-        if (c == '\n') {
-            line_start = true;
-        } else if (c != ' ' && c != '\t' && c != '\r') {
-            line_start = false;
-        }
-        out += c;
-        ++i;
-    }
-    return out;
-}
-
-bool IsIdentifierStart(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-}
-
-bool IsIdentifierChar(char c) {
-    return IsIdentifierStart(c) || (c >= '0' && c <= '9');
-}
-
-bool IsIdentifier(const std::string& token) {
-    return !token.empty() && IsIdentifierStart(token[0]);
-}
-
-// Identifiers and numbers, "::", and every other character on its own.
-std::vector<std::string> Tokenize(const std::string& code) {
-    std::vector<std::string> tokens;
-    for (std::size_t i = 0; i < code.size();) {
-        const char c = code[i];
-        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
-            ++i;
-        } else if (IsIdentifierChar(c)) {
-            std::size_t j = i;
-            while (j < code.size() && IsIdentifierChar(code[j])) {
-                ++j;
-            }
-            tokens.push_back(code.substr(i, j - i));
-            i = j;
-        } else if (c == ':' && i + 1 < code.size() && code[i + 1] == ':') {
-            tokens.emplace_back("::");
-            i += 2;
-        } else {
-            tokens.emplace_back(1, c);
-            ++i;
-        }
-    }
-    return tokens;
-}
-
-std::string Qualify(const std::string& scope, const std::string& name) {
-    return scope.empty() ? name : scope + "::" + name;
-}
-
-bool Contains(const std::vector<std::string>& tokens, std::string_view token) {
-    return std::find(tokens.begin(), tokens.end(), token) != tokens.end();
-}
-
-// The statement without a leading "template <...>" and without attributes ("[[...]]").
-std::vector<std::string> WithoutTemplateAndAttributes(const std::vector<std::string>& statement) {
-    std::vector<std::string> out;
-    std::size_t i = 0;
-    if (!statement.empty() && statement[0] == "template" && statement.size() > 1 &&
-        statement[1] == "<") {
-        int depth = 0;
-        for (i = 1; i < statement.size(); ++i) {
-            if (statement[i] == "<") {
-                ++depth;
-            } else if (statement[i] == ">" && --depth == 0) {
-                ++i;
-                break;
-            }
-        }
-    }
-    for (; i < statement.size(); ++i) {
-        if (statement[i] == "[" && i + 1 < statement.size() && statement[i + 1] == "[") {
-            while (i + 1 < statement.size() && !(statement[i] == "]" && statement[i + 1] == "]")) {
-                ++i;
-            }
-            ++i;
-            continue;
-        }
-        out.push_back(statement[i]);
-    }
-    return out;
-}
-
-// When `statement` (what comes before a "{" or ";") begins a class, its name.
-std::optional<std::string> ClassName(const std::vector<std::string>& statement) {
-    const std::vector<std::string> tokens = WithoutTemplateAndAttributes(statement);
-    if (tokens.empty() || (tokens[0] != "class" && tokens[0] != "struct" && tokens[0] != "union")) {
-        return std::nullopt;
-    }
-    for (std::size_t i = 1; i < tokens.size(); ++i) {
-        if (tokens[i] != kExportMacro && IsIdentifier(tokens[i])) {
-            return tokens[i];
-        }
-    }
-    return std::nullopt;
-}
-
-class HeaderReader {
-public:
-    HeaderReader(std::string header, Problems& problems)
-        : header_(std::move(header)), problems_(problems) {}
-
-    std::vector<Declaration> Read(const std::string& text) {
-        const std::vector<std::string> tokens = Tokenize(StripNonCode(text));
-        scopes_ = {Scope{Scope::Kind::Namespace, ""}};
-        std::vector<std::string> statement;
-        int parentheses = 0;
-        for (std::size_t i = 0; i < tokens.size(); ++i) {
-            const std::string& token = tokens[i];
-            if (parentheses > 0) {
-                // Inside a parameter list, braces are default arguments.
-                parentheses += token == "(" ? 1 : token == ")" ? -1 : 0;
-                statement.push_back(token);
-                continue;
-            }
-            if (token == "(") {
-                ++parentheses;
-                statement.push_back(token);
-            } else if (token == "namespace" && statement.empty()) {
-                std::string name;
-                std::size_t j = i + 1;
-                for (;
-                     j < tokens.size() && tokens[j] != "{" && tokens[j] != ";" && tokens[j] != "=";
-                     ++j) {
-                    name += tokens[j];
-                }
-                if (j < tokens.size() && tokens[j] == "{") {
-                    scopes_.push_back(
-                        Scope{Scope::Kind::Namespace, Qualify(scopes_.back().name, name)});
-                    i = j;
-                } else {
-                    statement.push_back(token);
-                }
-            } else if (token == "{") {
-                Open(statement);
-                statement.clear();
-            } else if (token == "}") {
-                if (scopes_.size() == 1) {
-                    problems_.Add(header_ + ": a '}' closes nothing; the reading of the header "
-                                            "has lost its way");
-                    return {};
-                }
-                scopes_.pop_back();
-                statement.clear();
-            } else if (token == ";") {
-                End(statement);
-                statement.clear();
-            } else if (token == ":" && scopes_.back().kind == Scope::Kind::Class &&
-                       statement.size() == 1 &&
-                       (statement[0] == "public" || statement[0] == "protected" ||
-                        statement[0] == "private")) {
-                statement.clear();
-            } else {
-                statement.push_back(token);
-            }
-        }
-        if (scopes_.size() != 1) {
-            problems_.Add(header_ + ": a '{' is never closed; the reading of the header has "
-                                    "lost its way");
-        }
-        return declarations_;
-    }
-
-private:
-    struct Scope {
-        enum class Kind { Namespace, Class, Other };
-        Kind kind;
-        std::string name;
-    };
-
-    void Open(const std::vector<std::string>& statement) {
-        const Scope& outer = scopes_.back();
-        if (outer.kind != Scope::Kind::Other) {
-            if (const auto name = ClassName(statement)) {
-                const std::string qualified = Qualify(outer.name, *name);
-                if (Contains(statement, kExportMacro)) {
-                    Add(Declaration::Kind::Class, qualified);
-                }
-                scopes_.push_back(Scope{Scope::Kind::Class, qualified});
-                return;
-            }
-            if (statement.size() == 1 && statement[0] == "extern") {
-                // extern "C" { ... }: the declarations inside belong to the outer scope.
-                scopes_.push_back(Scope{Scope::Kind::Namespace, outer.name});
-                return;
-            }
-        }
-        // A function body, an enumeration, an initialiser: nothing in it is declared for
-        // the runtime to define.
-        scopes_.push_back(Scope{Scope::Kind::Other, outer.name});
-    }
-
-    void End(const std::vector<std::string>& statement) {
-        const Scope& scope = scopes_.back();
-        if (scope.kind == Scope::Kind::Other || !Contains(statement, kExportMacro)) {
-            return;
-        }
-        if (scope.kind == Scope::Kind::Class) {
-            // A member marked on its own: its class has operations in the runtime.
-            Add(Declaration::Kind::Class, scope.name);
-            return;
-        }
-        const std::vector<std::string> tokens = WithoutTemplateAndAttributes(statement);
-        if (ClassName(tokens)) {
-            return; // a forward declaration
-        }
-        const auto paren = std::find(tokens.begin(), tokens.end(), "(");
-        if (paren != tokens.end()) {
-            if (paren + 1 != tokens.end() && paren[1] == "*" && paren + 2 != tokens.end() &&
-                IsIdentifier(paren[2])) {
-                Add(Declaration::Kind::Variable, Qualify(scope.name, paren[2]));
-                return;
-            }
-            if (paren == tokens.begin() || !IsIdentifier(paren[-1])) {
-                Unreadable(tokens);
-                return;
-            }
-            Add(Declaration::Kind::Function, Qualify(scope.name, paren[-1]));
-            return;
-        }
-        // A variable: the last name before an initialiser or an array bound.
-        std::string name;
-        for (const std::string& token : tokens) {
-            if (token == "=" || token == "[" || token == "{") {
-                break;
-            }
-            if (IsIdentifier(token)) {
-                name = token;
-            }
-        }
-        if (name.empty() || name == kExportMacro) {
-            Unreadable(tokens);
-            return;
-        }
-        Add(Declaration::Kind::Variable, Qualify(scope.name, name));
-    }
-
-    void Unreadable(const std::vector<std::string>& tokens) {
-        std::string text;
-        for (const std::string& token : tokens) {
-            text += token + " ";
-        }
-        problems_.Add(header_ + ": cannot tell what this declaration declares: " + text);
-    }
-
-    void Add(Declaration::Kind kind, const std::string& name) {
-        for (const Declaration& known : declarations_) {
-            if (known.name == name) {
-                return; // an overload, or a class with several marked members
-            }
-        }
-        declarations_.push_back(Declaration{kind, name, header_});
-    }
-
-    std::string header_;
-    Problems& problems_;
-    std::vector<Scope> scopes_;
-    std::vector<Declaration> declarations_;
-};
 
 // ---- Reading the objects ----------------------------------------------------------------
 
@@ -389,14 +51,6 @@ struct Symbol {
     bool exported;    // default visibility
     std::string object;
 };
-
-std::string ShellQuoted(const std::string& text) {
-    std::string out = "'";
-    for (const char c : text) {
-        out += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return out + "'";
-}
 
 // "vtable for X", "non-virtual thunk to X::f()" and the like belong to X.
 std::string WithoutGeneratedPrefix(std::string name) {
@@ -427,19 +81,8 @@ std::string WithoutGeneratedPrefix(std::string name) {
 
 // The strong symbols that `object` defines.
 std::vector<Symbol> DefinedSymbols(const std::string& readelf, const std::string& object) {
-    const std::string command = ShellQuoted(readelf) + " -sW -C " + ShellQuoted(object);
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        throw std::runtime_error("cannot run " + command);
-    }
-    std::string listing;
-    char buffer[4096];
-    while (const std::size_t got = std::fread(buffer, 1, sizeof buffer, pipe)) {
-        listing.append(buffer, got);
-    }
-    if (pclose(pipe) != 0) {
-        throw std::runtime_error(command + " failed");
-    }
+    const std::string listing = sdkcheck::ProgramOutput(sdkcheck::ShellQuoted(readelf) +
+                                                        " -sW -C " + sdkcheck::ShellQuoted(object));
     //    Num:    Value          Size Type    Bind   Vis      Ndx Name
     static const std::regex row(
         R"(^\s*\d+:\s+[0-9a-fA-F]+\s+\S+\s+(\S+)\s+(\S+)\s+(\S+)\s+(\S+)\s(.*)$)");
@@ -517,7 +160,7 @@ struct Exception {
 
 std::vector<Exception> ReadExceptions(const fs::path& path, Problems& problems) {
     std::vector<Exception> exceptions;
-    std::istringstream lines(ReadFile(path));
+    std::istringstream lines(sdkcheck::ReadFile(path));
     std::string line;
     int number = 0;
     while (std::getline(lines, line)) {
@@ -554,34 +197,13 @@ int main(int argc, char** argv) {
     Problems problems;
     try {
         // What the headers declare.
-        std::vector<fs::path> headers;
-        for (const auto& entry : fs::recursive_directory_iterator(include_dir)) {
-            if (entry.is_regular_file() && entry.path().extension() == ".h") {
-                headers.push_back(entry.path());
-            }
-        }
-        std::sort(headers.begin(), headers.end());
-        std::vector<Declaration> declarations;
-        std::map<std::string, std::string> declared_in;
-        for (const fs::path& header : headers) {
-            const std::string relative = fs::relative(header, include_dir).generic_string();
-            HeaderReader reader(relative, problems);
-            for (Declaration& declaration : reader.Read(ReadFile(header))) {
-                const auto [known, inserted] =
-                    declared_in.emplace(declaration.name, declaration.header);
-                if (!inserted) {
-                    problems.Add(declaration.name + " is declared in both " + known->second +
-                                 " and " + declaration.header);
-                    continue;
-                }
-                declarations.push_back(std::move(declaration));
-            }
-        }
+        const std::vector<Declaration> declarations =
+            sdkcheck::ReadSdkDeclarations(include_dir, problems).declarations;
 
         // What the objects define.
         std::vector<std::string> objects;
         {
-            std::string list = ReadFile(argv[2]);
+            std::string list = sdkcheck::ReadFile(argv[2]);
             std::istringstream items(list);
             std::string item;
             while (std::getline(items, item, ';')) {
@@ -628,7 +250,7 @@ int main(int argc, char** argv) {
                     !symbol.name.starts_with("__")) {
                     problems.Add(source + " exports " + symbol.name +
                                  ", which no SDK header declares with " +
-                                 std::string(kExportMacro));
+                                 std::string(sdkcheck::kExportMacro));
                 }
                 continue;
             }
@@ -649,15 +271,15 @@ int main(int argc, char** argv) {
             if (allowed) {
                 ++listed;
             } else if (reported.insert(symbol.name + "@" + source).second) {
-                problems.Add(symbol.name + " (" + KindText(owner->kind) + " " + owner->name +
-                             ", declared in " + owner->header + ") is defined in " + source +
-                             ", not in a file named " + home);
+                problems.Add(symbol.name + " (" + sdkcheck::KindText(owner->kind) + " " +
+                             owner->name + ", declared in " + owner->header + ") is defined in " +
+                             source + ", not in a file named " + home);
             }
         }
         for (const Declaration& declaration : declarations) {
             if (declaration.kind != Declaration::Kind::Class &&
                 !defined.contains(declaration.name)) {
-                problems.Add(KindText(declaration.kind) + " " + declaration.name +
+                problems.Add(sdkcheck::KindText(declaration.kind) + " " + declaration.name +
                              ", declared in " + declaration.header +
                              ", is defined in no runtime file");
             }
