@@ -21,7 +21,7 @@ set(QZ_SDK_IMPORT_LIBRARY ${QZ_SDK_IMPORT_DIR}/libqzhost-runtime.dll.a)
 # The cross compiler's own include folders, in its search order (clang alone would not find
 # its C++ library), then the folder of the boost headers.
 set(system_include_args)
-foreach(dir IN LISTS CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES QZ_BOOST_LINK_DIR)
+foreach(dir IN LISTS CMAKE_CXX_IMPLICIT_INCLUDE_DIRECTORIES QZ_HEADER_LINK_DIR)
   list(APPEND system_include_args --system-include-dir ${dir})
 endforeach()
 

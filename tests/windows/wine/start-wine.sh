@@ -9,7 +9,10 @@ wine="$2"
 mkdir -p "$WINEPREFIX"
 # The server and the programs that the prefix starts outlive this script: their output
 # goes nowhere, or the test runner would wait for them to close it.
-"$wineserver" -p </dev/null >/dev/null 2>&1
+if ! "$wineserver" -p </dev/null >/dev/null 2>&1; then
+  # wineserver refuses to start a second server for one prefix.
+  echo "a Wine server was running for $WINEPREFIX already; the tests use it"
+fi
 if [ ! -f "$WINEPREFIX/system.reg" ]; then
   echo "making the Wine prefix $WINEPREFIX (once per build folder)"
   "$wine" wineboot --init </dev/null >/dev/null 2>&1
