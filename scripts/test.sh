@@ -3,7 +3,9 @@
 # with AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests under
 # ThreadSanitizer (its build preset builds only the thread test program and what it
 # links: the plug-in's code and the host runtime; its test preset runs the tests labelled
-# "tsan"), and the parsers' fuzz targets for a bounded time each.
+# "tsan"), the Windows build (InfoPal.dll cross-compiled with mingw-w64, its tables and
+# import library checked, its resources and attach code checked under Wine), and the
+# parsers' fuzz targets for a bounded time each.
 #
 # Compiles go through ccache (installed with the rest), so a second run, in this clone or
 # a fresh one, compiles only what changed. The run ends with one line per stage and its
@@ -46,6 +48,8 @@ for preset in default asan tsan; do
   stage "$preset build" bash scripts/build.sh "$preset"
   stage "$preset tests" ctest --preset "$preset"
 done
+stage "windows-x64 build" bash scripts/build.sh windows-x64
+stage "windows-x64 tests" ctest --preset windows-x64
 # The parsers' fuzz targets, 15 s each, two at a time (one per core); FUZZ_SECONDS sets
 # another time per target.
 stage "fuzz build" bash scripts/build.sh fuzz
