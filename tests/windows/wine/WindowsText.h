@@ -1,12 +1,8 @@
 // Texts between the Windows test programs and the Windows API: paths and resource names.
 #pragma once
 
-#ifndef WIN32_LEAN_AND_MEAN
+// Lean, and without the min and max macros (the C++ library for Windows defines NOMINMAX).
 #define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include <string>

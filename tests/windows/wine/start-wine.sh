@@ -13,7 +13,12 @@ if ! "$wineserver" -p </dev/null >/dev/null 2>&1; then
   # wineserver refuses to start a second server for one prefix.
   echo "a Wine server was running for $WINEPREFIX already; the tests use it"
 fi
-if [ ! -f "$WINEPREFIX/system.reg" ]; then
+# wineboot starts the prefix's own programs (services, device manager), which then serve
+# every test program; started by a test instead, they would hold its output open. The
+# first time it makes the prefix too.
+if [ -f "$WINEPREFIX/system.reg" ]; then
+  "$wine" wineboot </dev/null >/dev/null 2>&1
+else
   echo "making the Wine prefix $WINEPREFIX (once per build folder)"
   "$wine" wineboot --init </dev/null >/dev/null 2>&1
 fi

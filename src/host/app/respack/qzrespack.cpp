@@ -13,31 +13,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include "buildtools/AtomicFile.h"
 #include "respack/Depfile.h"
 #include "respack/ResourceManifest.h"
 #include "respack/ResourceScript.h"
 
 namespace {
 
-// Writes `bytes` to `path` through a temporary file in the same folder, so that a reader
-// never sees a half-written file.
-void WriteAtomically(const std::filesystem::path& path, const std::string& bytes) {
-    const std::filesystem::path temporary = path.string() + ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.flush();
-        if (!out) {
-            throw std::runtime_error("cannot write '" + temporary.string() + "'");
-        }
-    }
-    std::error_code error;
-    std::filesystem::rename(temporary, path, error);
-    if (error) {
-        throw std::runtime_error("cannot rename '" + temporary.string() + "' to '" + path.string() +
-                                 "': " + error.message());
-    }
-}
+using qzbuildtools::WriteAtomically;
 
 // Writes the resource script `scriptPath` and, in the folder "<scriptPath>.data" beside it,
 // one data file per resource holding its bytes.

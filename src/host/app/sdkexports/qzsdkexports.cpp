@@ -14,33 +14,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include "buildtools/AtomicFile.h"
 #include "sdkexports/ImportedSymbols.h"
 #include "sdkexports/ModuleDefinition.h"
 #include "sdkexports/SdkTranslationUnit.h"
-
-namespace {
-
-// Writes `text` to `path` through a temporary file in the same folder, so that the build
-// never takes a half-written file for a finished one.
-void WriteAtomically(const std::filesystem::path& path, const std::string& text) {
-    const std::filesystem::path temporary = path.string() + ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        out << text;
-        out.flush();
-        if (!out) {
-            throw std::runtime_error("cannot write '" + temporary.string() + "'");
-        }
-    }
-    std::error_code error;
-    std::filesystem::rename(temporary, path, error);
-    if (error) {
-        throw std::runtime_error("cannot rename '" + temporary.string() + "' to '" + path.string() +
-                                 "': " + error.message());
-    }
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     CLI::App app{"Writes the module-definition file (LIBRARY, EXPORTS) of the host runtime's DLL: "
@@ -78,7 +55,8 @@ int main(int argc, char** argv) {
                       << settings.target << "\n";
             return 1;
         }
-        WriteAtomically(outputPath, qzsdkexports::ModuleDefinitionText(library, entries));
+        qzbuildtools::WriteAtomically(outputPath,
+                                      qzsdkexports::ModuleDefinitionText(library, entries));
     } catch (const qzsdkexports::ParseError& error) {
         for (const std::string& diagnostic : error.Diagnostics()) {
             std::cerr << diagnostic << "\n";

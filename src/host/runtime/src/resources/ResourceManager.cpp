@@ -7,6 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "ResourceNames.h"
 #include "qzhost/ResourceArchive.h"
 
 namespace kitui::utility {
@@ -45,23 +46,6 @@ struct OS_ResourceManager::Archive {
     }
 };
 
-namespace {
-
-// Resource types and names are ASCII; a text with any other character names nothing.
-std::optional<std::string> AsciiText(const kitcore::utility::UTF16String& text) {
-    std::string ascii;
-    ascii.reserve(text.size());
-    for (const kitcore::utility::UTF16Char unit : text) {
-        if (unit > 0x7F) {
-            return std::nullopt;
-        }
-        ascii += static_cast<char>(unit);
-    }
-    return ascii;
-}
-
-} // namespace
-
 OS_ResourceManager::OS_ResourceManager(OS_ModuleHandle module)
     : module_(module), archive_(std::make_unique<Archive>()) {}
 
@@ -74,8 +58,8 @@ bool OS_ResourceManager::GetResourceBytes(const kitcore::utility::UTF16String& n
     if (module_ == nullptr) {
         return false;
     }
-    const std::optional<std::string> asciiName = AsciiText(name);
-    const std::optional<std::string> asciiType = AsciiText(type);
+    const std::optional<std::string> asciiName = qzhost::resources::AsciiResourceText(name);
+    const std::optional<std::string> asciiType = qzhost::resources::AsciiResourceText(type);
     if (!asciiName || !asciiType) {
         return false;
     }

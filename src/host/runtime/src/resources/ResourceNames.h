@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "kitcore/utility/UTF16String.h"
+
 namespace qzhost::resources {
 
 inline constexpr std::size_t kMaxResourceNameLength = 255;
@@ -44,6 +46,20 @@ inline std::string ResourceNameProblem(std::string_view text) {
         }
     }
     return "";
+}
+
+/// A resource type or name asked for in UTF-16, as ASCII; none when it has any other
+/// character (types and names are ASCII, so such a text names nothing).
+inline std::optional<std::string> AsciiResourceText(const kitcore::utility::UTF16String& text) {
+    std::string ascii;
+    ascii.reserve(text.size());
+    for (const kitcore::utility::UTF16Char unit : text) {
+        if (unit > 0x7F) {
+            return std::nullopt;
+        }
+        ascii += static_cast<char>(unit);
+    }
+    return ascii;
 }
 
 /// The number that a resource type or name stands for when it is a decimal number from 1

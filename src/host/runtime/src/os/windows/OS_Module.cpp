@@ -1,11 +1,7 @@
 // Module handles on Windows: a module's handle is the base address at which the loader
 // mapped it, as on the other platforms; the file behind it comes from the loader too.
-#ifndef WIN32_LEAN_AND_MEAN
+// Lean, and without the min and max macros (the C++ library for Windows defines NOMINMAX).
 #define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include "host/OS_Module.h"

@@ -2,12 +2,8 @@
 // which the loader maps with the module; they are found and read through the module
 // handle. A module loaded only as a resource file (LOAD_LIBRARY_AS_DATAFILE,
 // LOAD_LIBRARY_AS_IMAGE_RESOURCE) is read the same way.
-#ifndef WIN32_LEAN_AND_MEAN
+// Lean, and without the min and max macros (the C++ library for Windows defines NOMINMAX).
 #define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include "kitui/utility/ResourceManager.h"
@@ -34,16 +30,13 @@ namespace {
 class ResourceId {
 public:
     static std::optional<ResourceId> From(const kitcore::utility::UTF16String& text) {
-        ResourceId id;
-        std::string ascii;
-        for (const kitcore::utility::UTF16Char unit : text) {
-            if (unit > 0x7F) {
-                return std::nullopt;
-            }
-            ascii += static_cast<char>(unit);
-            id.text_ += static_cast<wchar_t>(unit);
+        const std::optional<std::string> ascii = qzhost::resources::AsciiResourceText(text);
+        if (!ascii) {
+            return std::nullopt;
         }
-        id.number_ = qzhost::resources::ResourceNumber(ascii);
+        ResourceId id;
+        id.text_.assign(ascii->begin(), ascii->end());
+        id.number_ = qzhost::resources::ResourceNumber(*ascii);
         return id;
     }
     LPCWSTR Get() const noexcept { return number_ ? MAKEINTRESOURCEW(*number_) : text_.c_str(); }

@@ -2,12 +2,8 @@
 // the module handle when it attaches the library to the process and again before it
 // detaches it. The handle is the library's base address, the handle through which its
 // resources are read.
-#ifndef WIN32_LEAN_AND_MEAN
+// Lean, and without the min and max macros (the C++ library for Windows defines NOMINMAX).
 #define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include "InfoPal/frame/ModuleHandle.h"
