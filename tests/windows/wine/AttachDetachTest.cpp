@@ -2,14 +2,11 @@
 // unloaded for real: the attach notification keeps the module handle that the loader
 // gives, the library's resources are read through it, and the detach notification
 // clears it.
-#include "WindowsText.h"
+#include "WineTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -49,12 +46,9 @@ TEST(AttachDetachTest, TheLibrarysResourcesAreReadThroughTheKeptHandle) {
     const auto read = Export<ReadResourceFunc>(probe, "AttachProbe_ReadResource");
     ASSERT_NE(read, nullptr);
 
-    std::ifstream in(std::filesystem::path(
-                         Wide(std::string(QZ_SOURCE_DIR) + "/tests/windows/wine/probe_note.txt")),
-                     std::ios::binary);
-    ASSERT_TRUE(in);
-    const std::vector<std::uint8_t> expected{std::istreambuf_iterator<char>(in),
-                                             std::istreambuf_iterator<char>()};
+    const std::vector<std::uint8_t> expected =
+        qzwintest::FileBytes(std::string(QZ_SOURCE_DIR) + "/tests/windows/wine/probe_note.txt");
+    ASSERT_FALSE(expected.empty());
     std::vector<std::uint8_t> bytes(4096);
     const std::int64_t size = read("probe_note", "txt", bytes.data(), bytes.size());
     ASSERT_EQ(size, static_cast<std::int64_t>(expected.size()));

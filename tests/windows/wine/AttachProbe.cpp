@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 #include <vector>
 
 #include "InfoPal/frame/ModuleHandle.h"
+#include "WineTestSupport.h"
 #include "kitcore/utility/UTF16String.h"
 #include "kitui/utility/ResourceManager.h"
 
@@ -25,10 +25,6 @@ struct ReportAtUnload {
         }
     }
 } gReportAtUnload;
-
-kitcore::utility::UTF16String Utf16(std::string_view text) {
-    return kitcore::utility::UTF16String(text.begin(), text.end());
-}
 
 } // namespace
 
@@ -50,7 +46,7 @@ extern "C" __declspec(dllexport) std::int64_t
                              std::size_t capacity) {
     const kitui::utility::OS_ResourceManager resources(infopal::LibraryModuleHandle());
     std::vector<std::uint8_t> bytes;
-    if (!resources.GetResourceBytes(Utf16(name), Utf16(type), bytes)) {
+    if (!resources.GetResourceBytes(qzwintest::Utf16(name), qzwintest::Utf16(type), bytes)) {
         return -1;
     }
     std::memcpy(out, bytes.data(), bytes.size() < capacity ? bytes.size() : capacity);

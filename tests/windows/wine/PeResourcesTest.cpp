@@ -3,14 +3,13 @@
 // resource is read through the runtime's Windows resource reader, then compared with what
 // the resource manifest says it holds: the bytes of the file that it names, or for the
 // property list the bytes written out from its table.
-#include "WindowsText.h"
+#include "WineTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -25,18 +24,12 @@
 
 namespace {
 
+using qzwintest::FileBytes;
 using qzwintest::Utf16;
 using qzwintest::Wide;
 
 const std::string kResourceFolder =
     std::string(QZ_SOURCE_DIR) + "/src/plugin/qzgp/InfoPal/resources/";
-
-std::vector<std::uint8_t> FileBytes(const std::string& path) {
-    std::ifstream in(std::filesystem::path(Wide(path)), std::ios::binary);
-    EXPECT_TRUE(in) << "cannot read " << path;
-    return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(in),
-                                     std::istreambuf_iterator<char>());
-}
 
 // One resource of the manifest: its type, name and language, and the bytes that it must
 // have in the library.

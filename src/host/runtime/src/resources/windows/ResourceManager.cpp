@@ -18,7 +18,8 @@ namespace kitui::utility {
 
 ResourceManager::~ResourceManager() = default;
 
-// Nothing to keep between reads: the loader has the resources mapped already.
+// Nothing to keep between reads: the loader has the resources mapped already, so no
+// archive is ever made.
 struct OS_ResourceManager::Archive {};
 
 namespace {
@@ -48,8 +49,7 @@ private:
 
 } // namespace
 
-OS_ResourceManager::OS_ResourceManager(OS_ModuleHandle module)
-    : module_(module), archive_(std::make_unique<Archive>()) {}
+OS_ResourceManager::OS_ResourceManager(OS_ModuleHandle module) : module_(module) {}
 
 OS_ResourceManager::~OS_ResourceManager() = default;
 
