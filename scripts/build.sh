@@ -1,14 +1,19 @@
 #!/usr/bin/env bash
 # Configures and builds one preset (default: "default"); further arguments name the
-# targets to build (default: all of the preset's).
+# targets to build (default: all of the preset's); arguments that start with -D are
+# cache settings for the configure step.
 #   bash scripts/build.sh default qzhost InfoPal
 set -euo pipefail
 preset="${1:-default}"
 shift || true
 cd "$(dirname "$0")/.."
-cmake --preset "$preset" >/dev/null
+settings=()
 targets=()
-for target in "$@"; do
-  targets+=(--target "$target")
+for argument in "$@"; do
+  case "$argument" in
+    -D*) settings+=("$argument") ;;
+    *) targets+=(--target "$argument") ;;
+  esac
 done
+cmake --preset "$preset" "${settings[@]}" >/dev/null
 cmake --build --preset "$preset" -j "$(nproc)" "${targets[@]}"
